@@ -9,6 +9,8 @@
 #include <QString>
 #include <QStringView>
 
+#include <optional>
+
 namespace kalvo {
 
 /// The floating editor `Text1` as the deck's logic sees it. The main screen lays a text box over the current cell and
@@ -16,7 +18,13 @@ namespace kalvo {
 class EditBox
 {
 public:
-    enum class Tint { AtRest, Pressed, TooLong, FocusLost };
+    enum class Tint
+    {
+        AtRest,
+        Pressed,
+        TooLong,
+        FocusLost
+    };
 
     virtual ~EditBox() = default;
     virtual bool isShown() const = 0;
@@ -33,31 +41,41 @@ public:
 constexpr Rgb tintColor(EditBox::Tint tint)
 {
     switch (tint) {
-    case EditBox::Tint::Pressed: return rgb(245, 200, 200);
-    case EditBox::Tint::TooLong: return rgb(247, 223, 45);
-    case EditBox::Tint::FocusLost: return rgb(184, 209, 230);
-    case EditBox::Tint::AtRest: break;
+    case EditBox::Tint::Pressed:
+        return rgb(245, 200, 200);
+    case EditBox::Tint::TooLong:
+        return rgb(247, 223, 45);
+    case EditBox::Tint::FocusLost:
+        return rgb(184, 209, 230);
+    case EditBox::Tint::AtRest:
+        break;
     }
     return rgb(230, 240, 250);
 }
 
 namespace deck_layout {
-inline constexpr int kColumns = 12;     ///< never changes
-inline constexpr int kNewRows = 201;    ///< of a new deck, header included
-inline constexpr int kLeastRows = 20;   ///< after a load
-inline constexpr int kRowHeight = 320;  ///< twips, the standard
+inline constexpr int kColumns = 12;      ///< never changes
+inline constexpr int kNewRows = 201;     ///< of a new deck, header included
+inline constexpr int kLeastRows = 20;    ///< after a load
+inline constexpr int kRowHeight = 320;   ///< twips, the standard
 inline constexpr int kHiddenHeight = 10; ///< what hiding sets
 inline constexpr int kIdColumn = 1;
 inline constexpr int kLastColumn = 11;
 /// Characters that a grid column holds on the card: 2, 6, then 8 (columns 1 to 11).
-constexpr int fieldWidth(int column) { return column == 1 ? 2 : column == 2 ? 6 : 8; }
+constexpr int fieldWidth(int column)
+{
+    return column == 1 ? 2 : column == 2 ? 6 : 8;
+}
 /// Every test for a row that the user can see.
-constexpr bool isVisibleHeight(int twips) { return twips > 15; }
+constexpr bool isVisibleHeight(int twips)
+{
+    return twips > 15;
+}
 } // namespace deck_layout
 
-/// The card deck: the grid `Grid1` (row 0 the header, column 0 the line number that HEC-1 prints, column 1 the card's ID, columns
-/// 2 to 11 its fields), the state that goes with it, and the layout calls that close every bulk change. It works without
-/// a screen. One instance for each main screen.
+/// The card deck: the grid `Grid1` (row 0 the header, column 0 the line number that HEC-1 prints, column 1 the card's
+/// ID, columns 2 to 11 its fields), the state that goes with it, and the layout calls that close every bulk change. It
+/// works without a screen. One instance for each main screen.
 class Deck : public QObject
 {
     Q_OBJECT
@@ -80,13 +98,25 @@ public:
     void setEditorActive(bool on) { m_editorActive = on; }
     void attachEditBox(EditBox* box) { m_editBox = box; } ///< not owned; null detaches
     EditBox* editBox() const { return m_editBox; }
-    /// Stores the edit box into the current cell as leaving the cell would: only while it is shown and the lock is open,
-    /// and `dataSaved` is cleared only where the text differs. Column 1 renumbers afterwards, because the ID decides.
+    /// Stores the edit box into the current cell as leaving the cell would: only while it is shown and the lock is
+    /// open, and `dataSaved` is cleared only where the text differs. Column 1 renumbers afterwards, because the ID
+    /// decides.
     void storeEditBox();
     /// `setTextbox`: lays the editor over the current cell; nothing while suspended or without a screen.
     void setTextbox();
 
-    /// Closes the lock and hides the box while it lives, opens both and places the box again, also when the work throws.
+    /// What the editor shows for a cell: its text without leading blanks, so that a right-aligned number does not start
+    /// with them while it is edited; with them on the text cards `*D *F KM ID *N *L`. The cell itself keeps its blanks
+    /// until the user changes the text.
+    QString editText(int row, int column) const;
+
+    /// False while a load hides the grid; a file that looked wrong leaves it so until the next load, New or Clean Up
+    /// Screen.
+    bool isGridShown() const { return m_gridShown; }
+    void setGridShown(bool on);
+
+    /// Closes the lock and hides the box while it lives, opens both and places the box again, also when the work
+    /// throws.
     class BulkWork
     {
     public:
@@ -97,7 +127,8 @@ public:
 
     private:
         Deck& m_deck;
-        FlexGrid::Bulk m_bulk;
+        std::optional<FlexGrid::Bulk>
+            m_bulk; // let go first, so that the box is placed over a grid that has its new layout
         bool m_wasActive;
         bool m_wasShown;
     };
@@ -129,7 +160,8 @@ public:
     int ISZZ() const;
     /// Trims the ID cell of every row except rows whose ID is "ZW" or "* ".
     void TRIMMER();
-    /// Stores the edit box, then drops the rows behind the first ZZ card, or says that there is none and leaves the deck whole.
+    /// Stores the edit box, then drops the rows behind the first ZZ card, or says that there is none and leaves the
+    /// deck whole. Rows with text in them are told in panel 7 and by `cardsDropped`: nobody can take this back.
     /// @return rows dropped; -1 without a ZZ card.
     int trimtozz();
 
@@ -142,20 +174,25 @@ Q_SIGNALS:
     void changed();
     /// A load or New replaced the deck: undo store, output and screens of the old one have no more meaning.
     void replaced();
+    /// trimtozz took these cards (cells joined as on the card line) from behind the ZZ card.
+    void cardsDropped(const QStringList& cards);
+    void gridShownChanged(bool on);
 
 private:
     Services& m_services;
     StatusPanels& m_panels;
     EditBox* m_editBox = nullptr;
     bool m_editorActive = false;
+    bool m_gridShown = true;
 };
 
 /// True for the IDs whose rows are free text on the card: written cell by cell without padding. `id` is exact.
 bool isFreeTextId(const QString& id);
 
 /// 1 when `name` is a station of the last run (`stations`, as listed untrimmed), 0 when not. An empty name is told in a
-/// box, also when the list is empty. A name over 24 characters is cut before its first blank; with a list that has an item, a name of more
-/// than 8 characters passes without a match: only 8 fit a station's name, so the rest is a description.
+/// box, also when the list is empty. A name over 24 characters is cut before its first blank; with a list that has an
+/// item, a name of more than 8 characters passes without a match: only 8 fit a station's name, so the rest is a
+/// description.
 int iskk(const QString& name, const QStringList& stations, Dialogs& dialogs);
 
 } // namespace kalvo
