@@ -87,7 +87,7 @@ struct PoolOutlets
 double outflowAt(const PoolOutlets& outlets, double elevation, const UnitSystem& units, double breached = 0);
 
 /// The storage-outflow relation of a pool, dense enough that straight lines between its points follow the formulas to
-/// 1e-5 of the outflow range; given elevations, crests and rating points are all among them. It goes on above the given
+/// 3e-5 of the flow; given elevations, crests and rating points are all among them. It goes on above the given
 /// range (twice its height) so that a high pool still follows the formulas.
 /// @throws std::invalid_argument when the storage table is empty, not finite, or does not rise.
 RatingTable mergedRating(const PoolStorage& pool, const PoolOutlets& outlets, const UnitSystem& units);

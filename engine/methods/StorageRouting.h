@@ -32,6 +32,19 @@ struct Pump
     double flow = 0;
 };
 
+/// Which pumps run. They change only between intervals.
+class PumpSet
+{
+public:
+    explicit PumpSet(std::span<const Pump> pumps) : m_pumps(pumps), m_running(pumps.size(), false) {}
+    /// Flow of all pumps through the interval that begins with the pool at `elevation`.
+    double flowAt(double elevation);
+
+private:
+    std::span<const Pump> m_pumps;
+    std::vector<bool> m_running;
+};
+
 /// What to warn of after a routing.
 struct StorageRoutingNotes
 {
@@ -69,7 +82,8 @@ public:
 
     double intervalHours() const { return m_hours; }
     double x() const { return m_x; }
-    double indicationOf(const PoolPoint& point) const;
+    /// Storage as flow over one interval.
+    double storageFlow(double storage) const { return storage * m_storageToFlow; }
     double firstIndication() const { return m_indication.front(); }
     double lastGivenIndication() const { return m_lastGiven; }
     bool hasElevations() const { return !m_elevation.empty(); }
@@ -105,7 +119,8 @@ struct FlowRange
     double from = 0;
     double to = 0;
 };
-std::vector<FlowRange> oscillationRanges(const RatingTable& table, double intervalHours, const UnitSystem& units);
+std::vector<FlowRange> oscillationRanges(const RatingTable& table, double intervalHours, const UnitSystem& units,
+                                         int steps = 1);
 
 /// HS: storage from known inflow and outflow: storage[0] = start, then plus the mean of inflow less outflow of each
 /// interval.

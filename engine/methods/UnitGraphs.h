@@ -43,7 +43,7 @@ struct SnyderGraph
     double storageHours = 0;
     double lagHours = 0;           ///< standard lag TP of the graph found
     double peakingCoefficient = 0; ///< CP of the graph found
-    bool converged = false;        ///< TP and CP within 0.1 percent of what was asked
+    bool converged = false;        ///< TP and CP within 1 percent of what was asked
     std::vector<double> ordinates;
 };
 
