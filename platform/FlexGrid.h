@@ -2,20 +2,21 @@
 #pragma once
 
 #include <QObject>
-#include <QSharedDataPointer>
 #include <QString>
+#include <QStringList>
 #include <QStringView>
-#include <QVector>
 
 #include <functional>
-#include <limits>
 #include <memory>
 #include <vector>
 
 namespace kalvo {
 
 /// A colour as 0xRRGGBB. Logic has no QColor; `Rgb::None` stands for "the view's own colour".
-enum class Rgb : quint32 { None = 0xFFFFFFFF };
+enum class Rgb : quint32
+{
+    None = 0xFFFFFFFF
+};
 
 /// The colour of three parts, each 0 to 255.
 constexpr Rgb rgb(int red, int green, int blue)
@@ -68,10 +69,21 @@ class FlexGrid : public QObject
     Q_OBJECT
 
 public:
-    enum class FillStyle { Single = 0, Repeat = 1 };
+    enum class FillStyle
+    {
+        Single = 0,
+        Repeat = 1
+    };
 
     /// Values of a column's alignment, numbered as the deck and its screens name them.
-    enum Alignment { LeftTop = 0, LeftCenter = 1, CenterCenter = 4, RightTop = 6, RightCenter = 7 };
+    enum Alignment
+    {
+        LeftTop = 0,
+        LeftCenter = 1,
+        CenterCenter = 4,
+        RightTop = 6,
+        RightCenter = 7
+    };
 
     static constexpr int kStandardRowHeight = 240; ///< twips, of a row that nobody has set
     static constexpr int kStandardColWidth = 960;  ///< twips, of a column that nobody has set
@@ -83,17 +95,20 @@ public:
     int rows() const;
     int cols() const;
     /// Grows with empty rows of the standard height (`defaultRowHeight`) or drops rows at the end. A cursor left
-    /// outside moves to the last row. A negative count throws std::out_of_range.
+    /// outside moves to the last row, with `leavingCell` ahead of the drop and `enteredCell` behind it. A negative
+    /// count throws std::out_of_range.
     void setRows(int rows);
     void setCols(int cols);
     int fixedRows() const;
     int fixedCols() const;
     void setFixedRows(int rows);
     void setFixedCols(int cols);
-    /// Puts one empty row ahead of `at` (0..rows()); rows below move down with heights and looks.
-    void insertRow(int at);
-    /// Takes row `at` out; rows below move up.
-    void removeRow(int at);
+    /// Puts `count` empty rows ahead of `at` (0..rows()); rows below move down with heights and looks. The cursor keeps
+    /// its row number, so that another row's cell may now be current: neither leaving nor entering is signalled.
+    void insertRow(int at, int count = 1);
+    /// Takes `count` rows out from `at` on; rows below move up. The cursor behaves as with `insertRow`, and as with
+    /// `setRows` where it would stand outside.
+    void removeRow(int at, int count = 1);
     /// Empties every cell, fixed ones too, and its look; size, heights, widths and alignments stay.
     void clear();
 
@@ -102,7 +117,8 @@ public:
     void setTextMatrix(int row, int col, const QString& text);
     /// Text of the cursor's cell.
     QString text() const;
-    /// With FillStyle::Repeat the text goes to every cell of the selection.
+    /// With FillStyle::Repeat the text goes to every cell of the selection. Texts that are there already cost nothing:
+    /// no row is copied and nothing is signalled, here and in all that writes texts or looks.
     void setText(const QString& text);
     /// One row's texts from `firstCol` to the last column; the quickest way to read a whole deck.
     QStringList rowTexts(int row, int firstCol = 0) const;
@@ -112,8 +128,9 @@ public:
     // -- Numbers ------------------------------------------------------------------------------------------------
     using NumberFormatter = std::function<QString(double)>;
     /// Backs column `col` by numbers: cell (firstRow + i, col) shows `format(values[i])`, made when it is asked for,
-    /// and NaN shows as empty text. Costs eight bytes a value. Cells above firstRow keep their texts. Writing a text
-    /// at or below firstRow turns the column into text.
+    /// and NaN shows as empty text. Costs eight bytes a value. Cells above firstRow keep their texts, those below the
+    /// last value become empty. Writing a text at or below firstRow turns the column into text. Values that reach past
+    /// the last row throw std::out_of_range. `format` must be callable as long as the grid or a snapshot of it lives.
     void setNumberColumn(int col, int firstRow, std::vector<double> values, NumberFormatter format);
     bool isNumberColumn(int col) const;
     /// The number behind a cell, NaN where none stands (text column, above the first row, below the last value).
@@ -145,14 +162,18 @@ public:
     /// The selection's texts, cells joined by TAB, rows by CR, nothing behind the last cell.
     QString clip() const;
     /// Writes the text from the selection's top left, cells parted by TAB, rows by CR. What reaches past the selection
-    /// is dropped; cells that the text does not reach keep what they hold.
+    /// is dropped; cells that the text does not reach keep what they hold. A CR always parts two rows, so that
+    /// `setClip` of `clip()` changes nothing: behind a CR at the very end stands one more row, with one empty cell.
     void setClip(QStringView text);
+    /// First row shown below the fixed ones. A fixed row stands for the first one behind them; a view that cannot
+    /// scroll so far comes back with the last row it can put on top.
     int topRow() const;
     void setTopRow(int row);
     int leftCol() const;
     void setLeftCol(int col);
 
     // -- Heights, widths, alignment -----------------------------------------------------------------------------
+    // A negative height or width counts as 0.
     int rowHeight(int row) const;
     void setRowHeight(int row, int twips);
     void setAllRowHeights(int twips);
@@ -161,7 +182,7 @@ public:
     int colWidth(int col) const;
     void setColWidth(int col, int twips);
     int colAlignment(int col) const;
-    void setColAlignment(int col, int alignment);
+    void setColAlignment(int col, int alignment); ///< a value of Alignment; LeftCenter until set
 
     // -- Looks --------------------------------------------------------------------------------------------------
     FillStyle fillStyle() const;
@@ -199,8 +220,12 @@ public:
     /// The whole grid as it stands: texts, heights, looks, cursor. Costs one pointer a row; a row is copied only when
     /// the grid writes to it afterwards.
     Snapshot snapshot() const;
-    /// Puts a snapshot of this grid back.
+    /// Puts a snapshot back: texts, numbers, heights, looks, cursor, selection and `topRow`. Widths, alignments, fixed
+    /// rows and columns, the grid's font and the fill style stay. Signalled like a Bulk. An empty snapshot does
+    /// nothing.
     void restore(const Snapshot& snapshot);
+    /// True while row `row` is still the very row that the snapshot holds, no copy: nothing was written to it since.
+    bool sharesRow(const Snapshot& snapshot, int row) const;
 
     // -- Bulk changes -------------------------------------------------------------------------------------------
     /// While a Bulk lives, changes are gathered; when the last one of a nest goes, by whatever way, `bulkChanged` is
@@ -218,16 +243,24 @@ public:
         FlexGrid& m_grid;
     };
 
+    /// Counts up with every change, also within a Bulk: whoever keeps something derived from the grid sees by it
+    /// whether that is stale, without a signal. The second one counts sizes alone: rows, columns, heights, widths,
+    /// alignments.
+    quint64 revision() const;
+    quint64 layoutRevision() const;
+
 Q_SIGNALS:
     void leavingCell();
     void enteredCell();
-    /// Cursor or selection is now another one.
+    /// Cursor or selection is now another one. Ahead of enteredCell, so that views have scrolled when it comes. Not
+    /// within a Bulk, whose end tells.
     void selectionChanged();
     /// Texts or looks of an area changed (not within a Bulk).
     void cellsChanged(int top, int left, int bottom, int right);
     /// Rows, columns, heights, widths or alignments changed (not within a Bulk).
     void layoutChanged();
-    void topRowChanged(int row);
+    void topRowChanged(int row);  ///< not within a Bulk
+    void leftColChanged(int col); ///< not within a Bulk
     /// Anything at all may have changed within a Bulk.
     void bulkChanged();
 
@@ -245,8 +278,9 @@ public:
     Snapshot(const Snapshot&);
     Snapshot& operator=(const Snapshot&);
     ~Snapshot();
-    bool isEmpty() const;
+    bool isEmpty() const; ///< true for one that no grid has given
     int rows() const;
+    int cols() const;
     /// Text of a cell as it was; numbers of number columns are formatted like in the grid.
     QString textMatrix(int row, int col) const;
 
