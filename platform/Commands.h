@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "platform/CommandGuard.h"
+
 #include <QHash>
 #include <QObject>
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 
@@ -20,7 +23,10 @@ public:
     explicit Commands(QObject* parent = nullptr);
     ~Commands() override;
 
-    void add(const QString& name, std::function<void()> body);
+    /// A failure of `body` is written to the category `log`. Adding a name again replaces its body; states that were
+    /// set ahead of it stay.
+    void add(const QString& name, std::function<void()> body, const QLoggingCategory& (*log)() = logDeck);
+    QStringList names() const; ///< of all that were added, sorted
     bool has(const QString& name) const;
 
     /// Runs an enabled command: first the gate (which stores the edit box as leaving its cell would), then the body,
@@ -47,10 +53,13 @@ private:
     struct Entry
     {
         std::function<void()> body;
+        const QLoggingCategory& (*log)() = logDeck;
         bool enabled = true;
         bool checked = false;
         bool shown = true;
     };
+    void setState(const QString& name, bool Entry::*state, bool on);
+
     QHash<QString, Entry> m_entries;
     std::function<void()> m_gate;
     std::function<void()> m_reopen;

@@ -24,8 +24,8 @@ public:
 };
 
 /// The registry of screens: each a single instance, made on first use, found by its given name ("GRAPHER", "Form10").
-/// A room registers what it builds; a lower room unloads or repaints by name and never includes. A name that nobody registered
-/// is no error for `unload`, `isLoaded`, `isVisible` and `repaint`: its screen is just not there.
+/// A room registers what it builds; a lower room unloads or repaints by name and never includes. A name that nobody
+/// registered is no error for `unload`, `isLoaded`, `isVisible` and `repaint`: its screen is just not there.
 class Screens : public QObject
 {
     Q_OBJECT
@@ -46,10 +46,10 @@ public:
     template <class T> T* loadAs(const QString& name) { return dynamic_cast<T*>(load(name)); }
     bool isLoaded(const QString& name) const;
     bool isVisible(const QString& name) const;
-    void show(const QString& name); ///< loads and shows
+    void show(const QString& name);    ///< loads and shows
     void repaint(const QString& name); ///< if loaded
-    /// Deletes the instance. Safe while one of its own slots runs: the object goes when control is back in the event loop,
-    /// its data and window at once.
+    /// Deletes the instance. Safe while one of its own slots runs: the object goes when control is back in the event
+    /// loop, its data and window at once.
     void unload(const QString& name);
     void unloadAll();
     QStringList loaded() const; ///< in order of loading

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What the logic asks of the world outside, each as a small abstract class. The Qt forms stand in platform/qt*.cpp, the
-// scripted forms for tests in tests/support/ScriptedServices.h. Only the Qt forms know QMessageBox, QFileDialog, QProcess.
+// What the logic asks of the world outside, each as a small abstract class. The Qt forms stand in platform/Qt*.cpp, the
+// scripted forms for tests in tests/support/ScriptedServices.h. Only the Qt forms know QMessageBox, QFileDialog,
+// QProcess.
 #pragma once
 
 #include "platform/FlexGrid.h"
@@ -20,9 +21,28 @@ namespace kalvo {
 /// The program's name as message boxes show it in their title.
 inline constexpr auto kApplicationTitle = "Kalvo";
 
-enum class Icon { None, Information, Warning, Critical, Question };
-enum class Button { Ok = 1, Cancel = 2, Yes = 6, No = 7 };
-enum class Buttons { Ok, OkCancel, YesNo, YesNoCancel };
+enum class Icon
+{
+    None,
+    Information,
+    Warning,
+    Critical,
+    Question
+};
+enum class Button
+{
+    Ok = 1,
+    Cancel = 2,
+    Yes = 6,
+    No = 7
+};
+enum class Buttons
+{
+    Ok,
+    OkCancel,
+    YesNo,
+    YesNoCancel
+};
 
 struct MessageBox
 {
@@ -65,7 +85,8 @@ public:
     void warn(const QString& text) { message({text, QString::fromLatin1(kApplicationTitle), Icon::Warning}); }
 };
 
-/// The clipboard. A bare LF in what other programs left is given as CR LF, so that no command ever glues lines together.
+/// The clipboard. A bare LF in what other programs left is given as CR LF, so that no command ever glues lines
+/// together.
 class Clipboard
 {
 public:
@@ -88,7 +109,8 @@ public:
 /// How a child process ended.
 struct ProcessEnd
 {
-    enum class Kind {
+    enum class Kind
+    {
         NotStarted, ///< no such program, or it may not be started; `message` says why
         Exited,     ///< by itself, with `exitCode`
         Crashed,    ///< by a signal or a fault
@@ -105,9 +127,9 @@ struct ProcessStart
     QString program; ///< full path
     QStringList arguments;
     QString workingFolder;
-    QString outputFile; ///< where standard output and error go, relative to the folder; empty: thrown away
+    QString outputFile;    ///< where standard output and error go, relative to the folder; empty: thrown away
     bool inWindow = false; ///< in a console window of its own that stays open; not waited for
-    int timeoutMs = 0; ///< 0: no limit
+    int timeoutMs = 0;     ///< 0: no limit
 };
 
 /// Starts programs and waits for the process itself, never for a clock. While `run` waits, events run, so the user may

@@ -14,8 +14,8 @@ namespace kalvo {
 
 // -- Numbers out of texts ----------------------------------------------------------------------------------------
 /// The number at the start of a text, 0 if there is none. Leading blanks are skipped; the first character that does
-/// not belong to the number ends it (an inner blank and a comma too: "1,280" is 1); an exponent (E or D) counts only with
-/// digits behind it. Values past the range of a double become 0.
+/// not belong to the number ends it (an inner blank and a comma too: "1,280" is 1); an exponent (E or D) counts only
+/// with digits behind it. Values past the range of a double become 0.
 double leadingNumber(QStringView text);
 double leadingNumber(std::string_view text);
 /// The same, rounded half to even into a 16-bit integer; a value outside throws std::out_of_range.
@@ -60,13 +60,15 @@ int numofrows(QStringView text);
 int numofcols(QStringView text);
 /// Deletes every LF in place and returns the text.
 QString removelfs(QString& text);
+/// Puts a CR ahead of every LF that has none, so that removelfs never glues lines of other programs together.
+QString withCrLf(const QString& text);
 
 // -- Files as text -------------------------------------------------------------------------------------------------
-/// The lines of a file read as bytes (Latin-1): CR LF, LF and CR each end a line, a last line without an end counts, there
-/// is no extra line behind the last end, and a last line of code 26 alone (an old end-of-file mark) is dropped.
+/// The lines of a file read as bytes (Latin-1): CR LF, LF and CR each end a line, a last line without an end counts,
+/// there is no extra line behind the last end, and a last line of code 26 alone (an old end-of-file mark) is dropped.
 QStringList linesOf(const QByteArray& bytes);
-/// List items of a file as BASIC reads them: parted by commas or line ends, blanks around an item dropped, an item in double
-/// quotes taken whole with its commas.
+/// List items of a file as BASIC reads them: parted by commas or line ends, blanks around an item dropped, an item in
+/// double quotes taken whole with its commas.
 QStringList listItemsOf(const QByteArray& bytes);
 
 } // namespace kalvo
