@@ -43,6 +43,22 @@ struct CellFormat
     bool operator==(const CellFormat&) const = default;
 };
 
+/// The grid's own colours, for cells without one. `Rgb::None` follows the palette of the view, light or dark.
+struct GridColors
+{
+    Rgb foreColor = Rgb::None;
+    Rgb backColor = Rgb::None;
+    Rgb backColorBkg = Rgb::None; ///< behind and beside the cells
+    Rgb foreColorFixed = Rgb::None;
+    Rgb backColorFixed = Rgb::None;
+    Rgb foreColorSel = Rgb::None;
+    Rgb backColorSel = Rgb::None;
+    Rgb gridColor = Rgb::None;
+    Rgb gridColorFixed = Rgb::None;
+
+    bool operator==(const GridColors&) const = default;
+};
+
 /// The grid behind the deck and every result table: text cells under fixed header rows and beside fixed columns, a
 /// cursor (`row`, `col`), a selection that stretches from the cursor to (`rowSel`, `colSel`), heights and widths in
 /// twips, and a look for every cell. It is a model without any widget; FlexGridView shows it.
@@ -212,6 +228,11 @@ public:
     QString fontName() const;
     double fontSize() const; ///< points; 8.25 until set
     void setFont(const QString& name, double points);
+    const GridColors& colors() const;
+    void setColors(const GridColors& colors);
+    /// Lines between the cells; on until turned off.
+    bool gridLines() const;
+    void setGridLines(bool on);
     /// True when any cell has a look of its own: views and loops may take the short way when none has.
     bool hasCellFormats() const;
 
@@ -257,7 +278,7 @@ Q_SIGNALS:
     void selectionChanged();
     /// Texts or looks of an area changed (not within a Bulk).
     void cellsChanged(int top, int left, int bottom, int right);
-    /// Rows, columns, heights, widths or alignments changed (not within a Bulk).
+    /// Rows, columns, heights, widths, alignments or the grid's own colours and lines changed (not within a Bulk).
     void layoutChanged();
     void topRowChanged(int row);  ///< not within a Bulk
     void leftColChanged(int col); ///< not within a Bulk

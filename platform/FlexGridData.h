@@ -97,6 +97,8 @@ struct FlexGrid::Private
     FillStyle fillStyle = FillStyle::Single;
     QString fontName;
     double fontSize = 8.25;
+    GridColors colors;
+    bool gridLines = true;
     bool mayHaveLooks = false; ///< false: surely none
     int bulkDepth = 0;
     bool bulkPending = false;

@@ -419,7 +419,34 @@ void FlexGrid::setFont(const QString& name, double points)
         return;
     d->fontName = name;
     d->fontSize = points;
+    d->layoutChanged();
     d->cellsChanged(0, 0, rows() - 1, cols() - 1);
+}
+
+const GridColors& FlexGrid::colors() const
+{
+    return d->colors;
+}
+
+void FlexGrid::setColors(const GridColors& colors)
+{
+    if (colors == d->colors)
+        return;
+    d->colors = colors;
+    d->layoutChanged();
+}
+
+bool FlexGrid::gridLines() const
+{
+    return d->gridLines;
+}
+
+void FlexGrid::setGridLines(bool on)
+{
+    if (on == d->gridLines)
+        return;
+    d->gridLines = on;
+    d->layoutChanged();
 }
 
 bool FlexGrid::hasCellFormats() const
