@@ -309,9 +309,7 @@ void Deck::TRIMMER()
     const FlexGrid::Bulk bulk(Grid1);
     for (int row = 1; row < Grid1.rows(); ++row) {
         const QString text = id(row);
-        if (text == u"ZW" || text == u"* ")
-            continue;
-        const QString trimmed = Trim(text);
+        const QString trimmed = trimmedId(text);
         if (trimmed != text)
             Grid1.setTextMatrix(row, kIdColumn, trimmed);
     }
@@ -371,6 +369,11 @@ bool isFreeTextId(const QString& id)
     if (id == u"KM" || id == u"ID" || id == u"ZR" || id == u"ZW")
         return true;
     return id.contains(u'*') && id != u"*" && id != u"* ";
+}
+
+QString trimmedId(const QString& id)
+{
+    return id == u"ZW" || id == u"* " ? id : Trim(id);
 }
 
 int iskk(const QString& name, const QStringList& stations, Dialogs& dialogs)

@@ -189,6 +189,9 @@ private:
 /// True for the IDs whose rows are free text on the card: written cell by cell without padding. `id` is exact.
 bool isFreeTextId(const QString& id);
 
+/// The ID as TRIMMER leaves it: without blanks around it, but for "ZW" and "* ", which stay.
+QString trimmedId(const QString& id);
+
 /// 1 when `name` is a station of the last run (`stations`, as listed untrimmed), 0 when not. An empty name is told in a
 /// box, also when the list is empty. A name over 24 characters is cut before its first blank; with a list that has an
 /// item, a name of more than 8 characters passes without a match: only 8 fit a station's name, so the rest is a
