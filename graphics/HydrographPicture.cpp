@@ -8,7 +8,7 @@
 #include <QSaveFile>
 #include <QSvgGenerator>
 
-#include <qcustomplot.h>
+#include "graphics/CustomPlot.h"
 
 #include <array>
 
