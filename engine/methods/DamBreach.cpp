@@ -25,13 +25,16 @@ public:
         const double grown = m_breach.hours > 0 ? std::clamp(hours / m_breach.hours, 0.0, 1.0) : 1;
         const double bottom = m_top - grown * std::max(m_top - m_breach.bottom, 0.0);
         const double width = grown * m_breach.width;
-        const double head = std::max(elevation - bottom, 0.0);
-        const double opening = width + 2 * m_breach.sideSlope * (m_top - bottom);
-        return outflowAt(m_outlets, elevation, m_units, opening) +
-               head * std::sqrt(head) * (m_units.breachWeir * width + m_units.breachSides * m_breach.sideSlope * head);
+        const double depth = m_top - bottom;
+        const double head = std::max(elevation - bottom, 0.0), headOverTop = std::max(head - depth, 0.0);
+        // The sides end at the top of the dam; over that the opening grows no wider.
+        const double sides = power25(head) - power25(headOverTop);
+        return outflowAt(m_outlets, elevation, m_units, width + 2 * m_breach.sideSlope * depth) +
+               m_units.breachWeir * width * head * std::sqrt(head) + m_units.breachSides * m_breach.sideSlope * sides;
     }
 
 private:
+    static double power25(double head) { return head * head * std::sqrt(head); }
     const Breach& m_breach;
     const PoolOutlets& m_outlets;
     const UnitSystem& m_units;
