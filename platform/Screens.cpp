@@ -6,11 +6,12 @@ namespace kalvo {
 namespace {
 
 /// Keeps a screen alive until control is back in the event loop it was unloaded from. A plain queued call would not do:
-/// a slot of the screen may unload it and then wait for HEC-1 in a loop of its own, which runs queued calls.
+/// a slot of the screen may unload it and then wait for HEC-1 in a loop of its own, which runs queued calls. None
+/// outlives the registry.
 class Farewell : public QObject
 {
 public:
-    explicit Farewell(std::shared_ptr<Screen> screen) : m_screen(std::move(screen)) {}
+    Farewell(std::shared_ptr<Screen> screen, QObject* parent) : QObject(parent), m_screen(std::move(screen)) {}
 
 private:
     std::shared_ptr<Screen> m_screen;
@@ -82,14 +83,15 @@ void Screens::repaint(const QString& name)
         screen->repaintScreen();
 }
 
-void Screens::unload(const QString& name)
+void Screens::unload(const QString& unloaded)
 {
+    const QString name = unloaded; // which may be the very entry that goes
     std::shared_ptr<Screen> screen = m_loaded.take(name);
     if (!screen)
         return;
     m_order.removeAll(name);
     screen->hideScreen();
-    (new Farewell(std::move(screen)))->deleteLater();
+    (new Farewell(std::move(screen), this))->deleteLater();
     Q_EMIT screenUnloaded(name);
 }
 

@@ -46,7 +46,7 @@ enum class Buttons
 
 struct MessageBox
 {
-    QString text;
+    QString text = {};
     QString title = QString::fromLatin1(kApplicationTitle);
     Icon icon = Icon::None;
     Buttons buttons = Buttons::Ok;
@@ -56,11 +56,11 @@ struct MessageBox
 /// A file dialog as the screens state it: filters joined by '|' in pairs of caption and patterns, index from 1.
 struct FileDialog
 {
-    QString title;
-    QString filter;
+    QString title = {};
+    QString filter = {};
     int filterIndex = 1;
-    QString initialName; ///< full path or bare name offered, empty for none
-    QString defaultExtension;
+    QString initialName = {}; ///< full path or bare name offered, empty for none
+    QString defaultExtension = {};
     bool overwritePrompt = false;
     bool fileMustExist = false;
 };
@@ -118,18 +118,18 @@ struct ProcessEnd
     };
     Kind kind = Kind::NotStarted;
     int exitCode = -1;
-    QString message;
+    QString message = {};
 };
 
 /// One start of a child program.
 struct ProcessStart
 {
-    QString program; ///< full path
-    QStringList arguments;
-    QString workingFolder;
-    QString outputFile;    ///< where standard output and error go, relative to the folder; empty: thrown away
-    bool inWindow = false; ///< in a console window of its own that stays open; not waited for
-    int timeoutMs = 0;     ///< 0: no limit
+    QString program = {}; ///< full path
+    QStringList arguments = {};
+    QString workingFolder = {};
+    QString outputFile = {}; ///< where standard output and error go, relative to the folder; empty: thrown away
+    bool inWindow = false;   ///< in a console window of its own that stays open; not waited for
+    int timeoutMs = 0;       ///< 0: no limit
 };
 
 /// Starts programs and waits for the process itself, never for a clock. While `run` waits, events run, so the user may
