@@ -33,7 +33,7 @@ struct CellFormat
 {
     Rgb foreColor = Rgb::None;
     Rgb backColor = Rgb::None;
-    QString fontName;      ///< empty: the grid's own font
+    QString fontName = {}; ///< empty: the grid's own font
     double fontSize = 0.0; ///< points; 0: the grid's own size
     bool bold = false;
     bool italic = false;
