@@ -25,33 +25,6 @@ int wholeTwips(double twips)
     return static_cast<int>(std::lrint(twips)); // the default rounding mode is half to even
 }
 
-/// Text widths of a deck's cells. Shaping a text costs microseconds and a deck has tens of thousands of cells, so a sum
-/// of single widths tells whether a text can be the widest at all, and only then is it measured.
-class WidestText
-{
-public:
-    explicit WidestText(const TextMeasure& measure) : m_measure(measure) { m_single.fill(-1); }
-
-    int estimate(const QString& text)
-    {
-        int sum = 0;
-        for (const QChar c : text) {
-            if (c.unicode() >= m_single.size())
-                return m_measure.textWidth(text);
-            int& width = m_single[c.unicode()];
-            if (width < 0)
-                width = m_measure.textWidth(QString(c));
-            sum += width;
-        }
-        return sum;
-    }
-    int exact(const QString& text) const { return m_measure.textWidth(text); }
-
-private:
-    const TextMeasure& m_measure;
-    std::array<int, 256> m_single{};
-};
-
 double columnValue(double points, int textWidth)
 {
     return points * (textWidth + kColumnRoom) * kColumnScale;
@@ -237,28 +210,21 @@ void Deck::default_Row()
 void Deck::default_Col()
 {
     const BulkWork work(*this);
-    WidestText widths(m_services.measure);
+    const TextMeasure& measure = m_services.measure;
     const bool oneSize = !Grid1.hasCellFormats();
-    std::array<double, kColumns> bestEstimate{};
-    std::array<double, kColumns> best{};
-    best.fill(columnValue(Grid1.fontSize(), 0));
+    std::array<double, kColumns> widest{};
     for (int row = 0; row < Grid1.rows(); ++row) {
-        const QStringList texts = Grid1.rowTexts(row, 1);
-        for (int i = 0; i < texts.size() && i + 1 < kColumns; ++i) {
-            const auto column = static_cast<size_t>(i + 1);
-            const double own = oneSize ? 0.0 : Grid1.cellFormat(row, i + 1).fontSize;
-            const double size = own > 0.0 ? own : Grid1.fontSize();
-            const double estimate = columnValue(size, widths.estimate(texts[i]));
-            if (estimate <= bestEstimate[column])
-                continue;
-            bestEstimate[column] = estimate;
-            best[column] = std::max(best[column], columnValue(size, widths.exact(texts[i])));
+        const QStringList texts = Grid1.rowTexts(row);
+        for (int column = 1; column < kColumns; ++column) {
+            const double own = oneSize ? 0.0 : Grid1.cellFormat(row, column).fontSize;
+            const double value = columnValue(own > 0.0 ? own : Grid1.fontSize(), measure.textWidth(texts[column]));
+            widest[static_cast<size_t>(column)] = std::max(widest[static_cast<size_t>(column)], value);
         }
     }
     // An empty column would shrink to a few pixels that nobody could type into.
     Setcolwidths();
-    for (int column = 1; column < Grid1.cols(); ++column) {
-        const int fitted = wholeTwips(best[static_cast<size_t>(column)] * kColumnAir);
+    for (int column = 1; column < kColumns; ++column) {
+        const int fitted = wholeTwips(widest[static_cast<size_t>(column)] * kColumnAir);
         Grid1.setColWidth(column, std::max(fitted, Grid1.colWidth(column)));
     }
 }
@@ -310,8 +276,12 @@ void Deck::TRIMMER()
     for (int row = 1; row < Grid1.rows(); ++row) {
         const QString text = id(row);
         const QString trimmed = trimmedId(text);
-        if (trimmed != text)
-            Grid1.setTextMatrix(row, kIdColumn, trimmed);
+        if (trimmed == text)
+            continue;
+        Grid1.setTextMatrix(row, kIdColumn, trimmed);
+        // A box that still showed the blanks would put them back with the next store.
+        if (m_editBox && row == Grid1.row() && Grid1.col() == kIdColumn)
+            m_editBox->setText(trimmed);
     }
 }
 

@@ -88,7 +88,10 @@ public:
     QString currentFileName; ///< without its folder
     QString currentFilePath; ///< full path, empty for a deck that has none
     bool dataSaved = true;   ///< no change since start, new or open
-    int undoCount = 1;       ///< next undo position, 1 when empty
+    /// The user's file that a save had to leave cut off at a long ID. Its former text stays as NAME.bak until a save of
+    /// it is whole.
+    QString cutOffFile;
+    int undoCount = 1; ///< next undo position, 1 when empty
 
     Services& services() const { return m_services; }
     StatusPanels& panels() const { return m_panels; }

@@ -24,8 +24,10 @@ SaveOutcome savefile(Deck& deck, const QString& fileName)
     outcome.oddRows = text.oddRows;
 
     QString why;
+    // What an earlier save cut off is not worth keeping; what NAME.bak holds is.
+    const bool keepsFormer = !isRunFile && outcome.path != deck.cutOffFile;
     const bool written =
-        isRunFile ? writeFile(outcome.path, text.bytes, &why) : writeUserFile(outcome.path, text.bytes, &why);
+        keepsFormer ? writeUserFile(outcome.path, text.bytes, &why) : writeFile(outcome.path, text.bytes, &why);
     if (!written) {
         services.dialogs.message(
             {QStringLiteral("The File: %1 could not be written.\r\n%2\r\nThe deck is still in the grid%3")
@@ -35,6 +37,8 @@ SaveOutcome savefile(Deck& deck, const QString& fileName)
         return outcome;
     }
     outcome.status = SaveOutcome::Status::Saved;
+    if (!isRunFile)
+        deck.cutOffFile = text.longIdRow > 0 ? outcome.path : QString();
     if (text.longIdRow > 0) {
         outcome.status = SaveOutcome::Status::LongId;
         QString news =

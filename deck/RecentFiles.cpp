@@ -22,10 +22,14 @@ QStringList captionsOf(const QByteArray& bytes)
     return text.split(u'\n', Qt::SkipEmptyParts);
 }
 
-/// Compared as the system does, where letters' case and links are concerned.
+/// Files that are there are compared as the system does, where letters' case and links are concerned.
 bool isSameFile(const QString& one, const QString& other)
 {
-    return one == other || (!one.isEmpty() && !other.isEmpty() && QFileInfo(one) == QFileInfo(other));
+    if (one == other)
+        return true;
+    const QFileInfo first(one);
+    const QFileInfo second(other);
+    return first.exists() && second.exists() && first == second;
 }
 
 } // namespace
