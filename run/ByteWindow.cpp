@@ -13,6 +13,16 @@ constexpr char kEndOfFileMark = 26;
 constexpr qint64 kLongestMark = 4096; ///< old systems padded the last block with marks
 constexpr qsizetype kLongestLine = 65536;
 
+/// The first CR or LF of [from, to), else `to`. Two searches for one byte are faster than one for either.
+const char* lineEnd(const char* from, const char* to)
+{
+    const auto find = [from](char what, const char* end) {
+        const void* found = from == end ? nullptr : std::memchr(from, what, static_cast<size_t>(end - from));
+        return found ? static_cast<const char*>(found) : end;
+    };
+    return find('\r', find('\n', std::min(to, from + kLongestLine)));
+}
+
 /// Size of a file without the marks at its end.
 qint64 sizeWithoutMark(QFile& file)
 {
@@ -72,19 +82,18 @@ bool LineReader::next(std::string_view& line)
 {
     if (m_at == m_window.end() && !m_window.more(m_at))
         return false;
-    const auto isEnd = [](char c) { return c == '\n' || c == '\r'; };
     qsizetype length = 0;
     for (;;) {
-        const char* end = std::find_if(m_at + length, m_window.end(), isEnd);
+        const char* end = lineEnd(m_at + length, m_window.end());
         length = end - m_at;
-        if (length >= kLongestLine) {
+        if (length == kLongestLine) {
             line = {m_at, static_cast<size_t>(kLongestLine)};
             m_at += kLongestLine;
             return true;
         }
         // A CR as the last byte of the window may be half of an end.
-        if (end == m_window.end() ? !m_window.more(m_at)
-                                  : *end == '\n' || end + 1 != m_window.end() || !m_window.more(m_at))
+        const bool isSure = end != m_window.end() && (*end == '\n' || end + 1 != m_window.end());
+        if (isSure || !m_window.more(m_at))
             break;
     }
     line = {m_at, static_cast<size_t>(length)};

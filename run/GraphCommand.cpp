@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "run/GraphCommand.h"
+
+#include "platform/CommandGuard.h"
+#include "run/RunFolder.h"
+#include "run/SummaryReport.h"
+#include "run/Tape21Tables.h"
+
+#include <exception>
+
+namespace kalvo {
+
+namespace {
+
+const QString kGrapher = QStringLiteral("GRAPHER");
+
+} // namespace
+
+void CheckNormalEndLite(const ProgramFolder& folder, RunState& state)
+{
+    state.hecRanOK = reportMarks(RunFolder(folder).report()).holdsNormalEnd;
+}
+
+GraphCommand::GraphCommand(Services& services, Commands& commands, StatusPanels& panels, Screens& screens,
+                           ResultTables& tables, RunState& state)
+    : m_services(services), m_commands(commands), m_panels(panels), m_screens(screens), m_tables(tables), m_state(state)
+{
+}
+
+bool GraphCommand::graph()
+{
+    try {
+        if (m_screens.isVisible(kGrapher)) {
+            m_screens.unload(kGrapher);
+            m_tables.forget(kGrapher);
+        }
+        CheckNormalEndLite(m_services.folder, m_state);
+        if (!m_state.hecRanOK) {
+            m_services.dialogs.tell(QStringLiteral("Hec-1 Problem with Input Data!"));
+            return false;
+        }
+        m_screens.load(kGrapher);
+    } catch (const std::exception& e) {
+        m_services.dialogs.tell(QString::fromUtf8(e.what()) + QStringLiteral(" Error in Graph Routine"));
+        return false;
+    }
+    try {
+        return readTables();
+    } catch (const std::exception& e) {
+        failed(QString::fromUtf8(e.what()));
+        return false;
+    }
+}
+
+bool GraphCommand::readTables()
+{
+    m_panels.setProgress(0);
+    Tape21 tape =
+        readTape21File(RunFolder(m_services.folder).tape21(), [this](int percent) { m_panels.setProgress(percent); });
+    if (tape.problem && tape.problem->kind == Tape21Problem::Kind::Empty) {
+        m_panels.setProgress(-1);
+        m_services.dialogs.tell(QStringLiteral("There is no Graphing Data for this HEC-1 Run!"));
+        m_screens.unload(kGrapher);
+        m_tables.forget(kGrapher);
+        return false;
+    }
+    const auto problem = fillTables(std::move(tape), m_tables, m_services.measure);
+    m_tables.tellChanged();
+    if (problem) {
+        failed(problem->text());
+        return false;
+    }
+    for (const char* name : {"mnu_hydrodata", "mnu_runoffvolumes", "mnu_peakflows", "mnu_tabular", "mnu_saveAll"})
+        m_commands.setEnabled(QString::fromLatin1(name), true);
+    if (m_screens.isKnown(kGrapher))
+        m_screens.show(kGrapher);
+    m_panels.setProgress(-1);
+    return true;
+}
+
+void GraphCommand::failed(const QString& why)
+{
+    qCWarning(logRun).noquote() << "graph:" << why;
+    m_services.dialogs.tell(why +
+                            QStringLiteral(" Error opening Tape21 from HEC-1 - Possible Remedy is to Remove any *FREE "
+                                           "Lines or there is no Graph Data in the Tape21 for this Run "));
+    m_commands.setEnabled(QStringLiteral("runhec"), true);
+    m_panels.setProgress(-1);
+}
+
+} // namespace kalvo
