@@ -55,10 +55,6 @@ constexpr std::array kErrors{
     ErrorText{NothingToRoute, "NO HYDROGRAPH TO ROUTE",
               "A routing, reservoir or diversion stands where no hydrograph is waiting.",
               "Put a runoff or input station ahead of it."},
-    ErrorText{HydrographsLeft, "HYDROGRAPHS LEFT OVER",
-              "At the end of the job more than one hydrograph is waiting; at least one was never combined with the "
-              "others.",
-              "Add the missing HC station; *DIAGRAM draws the network."},
     ErrorText{JobTooLarge, "JOB TOO LARGE FOR MEMORY",
               "The ordinates, plans, ratios and waiting hydrographs of the job need more memory than there is.",
               "Combine earlier, use fewer ratios or a longer interval, or split the job."},

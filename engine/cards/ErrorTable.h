@@ -23,7 +23,6 @@ enum class ErrorNumber : int
     AreaMissing = 11,
     TooFewToCombine = 12,
     NothingToRoute = 13,
-    HydrographsLeft = 14,
     JobTooLarge = 15,
     DiversionNotFound = 16,
     SavedNotFound = 17,

@@ -35,6 +35,7 @@ private:
     void runoff(const Station& station, const RunoffInput& input, Result& result);
     void runoffHydrograph(const RunoffInput& input, const RainInput& rain, double ratio,
                           std::span<const double> upstream, std::span<double> flow, Result& result);
+    void scaleRunoff(double ratio, std::span<double> flow, WaterBalance& balance);
     void givenFlow(const Station& station, const GivenFlow& input, Result& result);
     void scaledCopy(const Station& station, const ScaledCopy& input, Result& result);
     void route(const Station& station, const Routing& routing, Result& result);

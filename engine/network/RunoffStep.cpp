@@ -30,31 +30,18 @@ void NetworkRun::runoff(const Station& station, const RunoffInput& input, Result
     Branch out = fresh(input.area + (upstream ? upstream->area : 0));
     result.area = out.area;
     result.unitGraph = input.unitGraph.get();
-    const std::size_t storms = m_job.stormCount();
     for (std::size_t index = 0; index < m_job.hydrographsPerPlan(); ++index) {
         place(result, index);
         const RainInput& rain = m_job.storms.empty() ? *input.rain : m_job.storms[result.storm].rain;
         const double ratio = m_job.ratios[result.ratio];
         const std::span<double> flow = hydrograph(out, index);
         const std::span<const double> from = upstream ? hydrograph(*upstream, index) : std::span<const double>{};
-        if (m_job.ratiosOnRain || input.takesUpstream || result.ratio == 0 || storms > 1) {
-            runoffHydrograph(input, rain, m_job.ratiosOnRain ? ratio : 1, from, flow, result);
-            // A ratio of flows multiplies what the subbasin adds, not what came from upstream: that has had its ratio.
-            if (!m_job.ratiosOnRain && ratio != 1 && input.takesUpstream)
-                warnOnce(station, "FLOW RATIOS DO NOT APPLY TO A SUBBASIN ROUTED WITH ITS UPSTREAM FLOW");
-            else if (!m_job.ratiosOnRain && result.ratio == 0)
-                m_s.pumped.assign(flow.begin(), flow.end());
-        }
-        if (!m_job.ratiosOnRain && !input.takesUpstream) {
-            if (storms == 1)
-                for (std::size_t i = 0; i < m_n; ++i)
-                    flow[i] = ratio * m_s.pumped[i];
-            else
-                for (double& q : flow)
-                    q *= ratio;
-            result.balance.excess = result.balance.baseFlow = 0;
-            result.balance.storageKnown = false;
-        }
+        const bool onFlow = !m_job.ratiosOnRain && ratio != 1;
+        runoffHydrograph(input, rain, m_job.ratiosOnRain ? ratio : 1, from, flow, result);
+        if (onFlow && input.takesUpstream)
+            warnOnce(station, "FLOW RATIOS DO NOT APPLY TO A SUBBASIN THAT ROUTES ITS UPSTREAM FLOW");
+        else if (onFlow)
+            scaleRunoff(ratio, flow, result.balance);
         result.flow = flow;
         tell(station, result);
         interpolate(station, result, out);
@@ -62,6 +49,17 @@ void NetworkRun::runoff(const Station& station, const RunoffInput& input, Result
     if (upstream)
         release(std::move(*upstream));
     push(std::move(out));
+}
+
+// A ratio of flows multiplies the hydrograph, base flow and all; rain and losses stay those of the storm.
+void NetworkRun::scaleRunoff(double ratio, std::span<double> flow, WaterBalance& balance)
+{
+    for (double& q : flow)
+        q *= ratio;
+    for (double& q : m_s.baseFlow)
+        q *= ratio;
+    for (double* part : {&balance.excess, &balance.baseFlow, &balance.storageChange})
+        *part *= ratio;
 }
 
 void NetworkRun::runoffHydrograph(const RunoffInput& input, const RainInput& rain, double ratio,

@@ -119,7 +119,8 @@ void writeDiagram(TextWriter& out, const Job& job)
         out.integer(number, 6);
         for (std::size_t i = 0; i < slot; ++i)
             out.text("       .    ");
-        out.spaces(4).centred(name, 8);
+        const std::size_t lead = name.size() < 8 ? (8 - name.size()) / 2 : 0;
+        out.spaces(4 + lead).text(name);
     };
     for (const Station& station : job.stations) {
         const Step& step = *station.plans.front();
@@ -132,7 +133,7 @@ void writeDiagram(TextWriter& out, const Job& job)
         } else if (const auto* retrieval = std::get_if<Retrieval>(&step.what)) {
             ++waiting;
             row(number, waiting - 1, station.name);
-            out.text("<-------").text(retrieval->name).line();
+            out.text(" <------- ").text(retrieval->name).line();
         } else if (std::holds_alternative<RunoffInput>(step.what) || std::holds_alternative<GivenFlow>(step.what) ||
                    std::holds_alternative<ScaledCopy>(step.what)) {
             if (waiting > 0)
@@ -159,9 +160,8 @@ void writeDiagram(TextWriter& out, const Job& job)
             connectors(waiting, '.');
             waiting -= static_cast<std::size_t>(combination->count) - 1;
             row(number, waiting - 1, station.name);
-            for (int i = 1; i < combination->count; ++i)
-                out.text(std::string(kSlot, '.'));
-            out.line();
+            const std::size_t rest = (8 - std::min<std::size_t>(8, station.name.size()) + 1) / 2;
+            out.text(std::string((static_cast<std::size_t>(combination->count) - 1) * kSlot - 4 + rest, '.')).line();
         }
     }
     out.line().line("(***) RUNOFF ALSO COMPUTED AT THIS LOCATION").line();
@@ -233,7 +233,7 @@ void writeJobData(TextWriter& out, const Job& job, const RunStamp& stamp)
 {
     writeBanner(out, stamp, false);
     for (const std::string& title : job.titles)
-        out.spaces(15).text(title).line();
+        out.spaces(15).text(trimmed(title)).line();
     out.line();
     if (job.printCard != nullptr)
         out.integer(job.printCard->number, 5).line(" IO          OUTPUT CONTROL VARIABLES");

@@ -27,11 +27,11 @@ void StationReport::averagesBlock(std::string_view what, std::string_view unit, 
     const bool metric = m_job.units.metric;
     const bool isFlow = volumes;
     const int decimals = isFlow ? (peak < 10 ? 2 : 0) : 2;
-    m_out.text("    ").left(what, 12).text("TIME").spaces(29).text("MAXIMUM AVERAGE ").text(isFlow ? "FLOW" : "VALUE");
+    m_out.text("    ").left(what, 14).text("TIME").spaces(27).text("MAXIMUM AVERAGE ").text(isFlow ? "FLOW" : "VALUE");
     m_out.line();
     m_out.spaces(37).text("6-HR       24-HR       72-HR").text(fixedText(length, 2).size() < 8 ? "  " : "");
     m_out.right(fixedText(length, 2) + "-HR", 10).line();
-    m_out.text("+   ").right("(" + std::string(unit) + ")", 8).spaces(5).text("(HR)").line();
+    m_out.text("+   ").right("(" + std::string(unit) + ")", 8).spaces(6).text("(HR)").line();
     m_out.spaces(25).text("(").text(unit).text(")").line();
     m_out.text("+").fixed(peak, 12, decimals).fixed(static_cast<double>(peakAt) * time.hours(), 12, 2).spaces(10);
     for (const double mean : means)

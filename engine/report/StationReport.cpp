@@ -26,7 +26,7 @@ void valueRows(TextWriter& out, std::string_view title, std::span<const double> 
     for (std::size_t i = 0; i < values.size(); ++i) {
         if (i % 10 == 0)
             out.right(i == 0 ? title : std::string_view{}, 26);
-        out.fixed(values[i], 11, decimals);
+        out.fixed(values[i], 10, decimals);
         if (i % 10 == 9 || i + 1 == values.size())
             out.line();
     }
