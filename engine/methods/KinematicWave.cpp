@@ -47,23 +47,22 @@ public:
         double done = 0;
         while (done < seconds) {
             const double left = seconds - done;
-            const double step =
-                std::min(left, courantStep(left, std::max(lateral1, lateral2), std::max(inflow1, inflow2)));
+            const double longest = courantStep(left, std::max(lateral1, lateral2), std::max(inflow1, inflow2));
             const double from = done / seconds;
-            if (step * mostSteps < seconds) {
+            if (longest < left && longest * mostSteps < seconds) {
                 implicitSteps(left, from, inflow1, inflow2, lateral1, lateral2);
-                done = seconds;
-            } else {
-                // A last step that is a sliver would only cost time.
-                const double taken = step > 0.99 * left ? left : step;
-                explicitStep(taken, from, (done + taken) / seconds, inflow1, inflow2, lateral1, lateral2);
-                done = taken == left ? seconds : done + taken;
+                return;
             }
+            // Equal steps to the end of the interval: a last sliver would cost as much as a whole step.
+            const double count = std::ceil(left / longest - 1e-9);
+            const double step = count > 1 ? left / count : left;
+            explicitStep(step, from, (done + step) / seconds, inflow1, inflow2, lateral1, lateral2);
+            done = count > 1 ? done + step : seconds;
         }
     }
 
 private:
-    static constexpr int kLeastCells = 16;
+    static constexpr int kLeastCells = 24;
     static constexpr int kMostCells = 500;
     static constexpr double kMostSteps = 100;
     static constexpr int kImplicitSteps = 20;

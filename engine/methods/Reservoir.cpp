@@ -179,7 +179,7 @@ RatingTable mergedRating(const PoolStorage& pool, const PoolOutlets& outlets, co
     const std::vector<double> corners = bends(pool, outlets, top + (top - bottom));
     const double leastShare = 1e-4; // flows below this share of the greatest are followed no closer than at it
     const Refiner refiner(outlets, units, leastShare * std::abs(outflowAt(outlets, top, units)));
-    const int maxHalvings = 14;
+    const int maxHalvings = 18;
 
     std::vector<double> elevations{corners.front()};
     double flowBefore = outflowAt(outlets, corners.front(), units);

@@ -188,13 +188,29 @@ double depthOf(const std::vector<DurationDepth>& curve, double minutes)
     return curve.back().depth;
 }
 
+/// Takes out the derived depth of `derived` minutes where with it the interval just outside the given duration `given`
+/// would be wetter than the one just inside: the wettest stretch of that length would then hold more than the deck
+/// gives.
+void dropDerivedDepth(std::vector<DurationDepth>& curve, double derived, double given, double intervalMinutes)
+{
+    const auto point =
+        std::find_if(curve.begin(), curve.end(), [derived](const auto& p) { return p.minutes == derived; });
+    if (point == curve.end() || curve.back().minutes <= given || intervalMinutes >= given)
+        return;
+    const double at = depthOf(curve, given);
+    if (depthOf(curve, given + intervalMinutes) - at > at - depthOf(curve, given - intervalMinutes))
+        curve.erase(point);
+}
+
 } // namespace
 
 double hypotheticalStorm(const HypotheticalStorm& storm, double intervalMinutes, const UnitSystem& units,
                          std::span<double> rain)
 {
     require(isPositive(intervalMinutes), "computation interval is not positive");
-    const std::vector<DurationDepth> curve = durationDepths(storm, units);
+    std::vector<DurationDepth> curve = durationDepths(storm, units);
+    dropDerivedDepth(curve, 30, 60, intervalMinutes);
+    dropDerivedDepth(curve, 10, 15, intervalMinutes);
     const double duration = curve.back().minutes;
     const auto count = static_cast<std::ptrdiff_t>(std::ceil(duration / intervalMinutes - 1e-9));
     std::fill(rain.begin(), rain.end(), 0.0);
