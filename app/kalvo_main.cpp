@@ -1,0 +1,108 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The program with the window: wires the real services to the screens, nothing else.
+#include "deck/Form1_MainScreen.h"
+#include "deck/Workspace.h"
+#include "platform/QtChildProcess.h"
+#include "platform/QtClipboard.h"
+#include "platform/QtClock.h"
+#include "platform/QtDialogs.h"
+#include "platform/QtTextMeasure.h"
+#include "run/RunCommands.h"
+#include "run/frmDebugOutput_DebugScreen.h"
+#include "shell/Form3_About.h"
+#include "shell/Theme.h"
+#include "shell/splash_StartScreen.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QIcon>
+
+namespace {
+
+using namespace kalvo;
+
+struct Options
+{
+    QString deck;
+    bool splash = true;
+};
+
+Options optionsOf(const QApplication& app)
+{
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral("Edits HEC-1 card decks, runs HEC-1 and shows what it wrote."));
+    parser.addHelpOption();
+    parser.addVersionOption();
+    const QCommandLineOption noSplash(QStringLiteral("no-splash"),
+                                      QStringLiteral("Start without the start screen (also KALVO_NO_SPLASH)."));
+    parser.addOption(noSplash);
+    parser.addPositionalArgument(QStringLiteral("deck"), QStringLiteral("The deck to open."), QStringLiteral("[DECK]"));
+    parser.process(app);
+    Options options;
+    options.splash = !parser.isSet(noSplash) && !qEnvironmentVariableIsSet("KALVO_NO_SPLASH");
+    if (!parser.positionalArguments().isEmpty())
+        options.deck = parser.positionalArguments().front();
+    return options;
+}
+
+/// Command groups of the rooms above the deck, for the first page and each clone.
+void addGroups(Workspace& page)
+{
+    const auto places = EnginePlaces::ofSystem(page.services.folder, QCoreApplication::applicationDirPath());
+    auto run =
+        std::make_shared<RunCommands>(page.deck, page.services, page.commands, page.panels, page.screens, places);
+    page.engineText = [places] { return locateEngine(places).described(); };
+    page.keep(std::move(run));
+    page.commands.add(QStringLiteral("about"), [&screens = page.screens] { screens.show(QStringLiteral("Form3")); });
+}
+
+std::unique_ptr<Workspace> clonePage(Workspace& first)
+{
+    auto page = std::make_unique<Workspace>(first.services, first.screens, &first);
+    addGroups(*page);
+    return page;
+}
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    QApplication app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("kalvo"));
+    QApplication::setApplicationDisplayName(QString());
+    QApplication::setApplicationVersion(QStringLiteral(KALVO_VERSION));
+    QApplication::setDesktopFileName(QStringLiteral("kalvo"));
+    const Options options = optionsOf(app);
+    applyTheme(qEnvironmentVariable("KALVO_THEME"));
+
+    QtDialogs dialogs;
+    QtClipboard clipboard;
+    QtClock clock;
+    QtChildProcess process;
+    QtTextMeasure measure(QApplication::font());
+    ProgramFolder folder = ProgramFolder::ofProgram(QCoreApplication::applicationDirPath());
+    Services services{dialogs, clipboard, clock, process, folder, measure};
+
+    Screens screens;
+    Workspace page(services, screens);
+    addGroups(page);
+    frmDebugOutput::registerIn(screens, services);
+    Form3::registerIn(screens, page.engineText);
+
+    std::unique_ptr<Form1> form;
+    const auto load = [&] {
+        form = std::make_unique<Form1>(page);
+        form->setCloneMaker(clonePage);
+        dialogs.setParentWidget(form.get());
+        form->load();
+    };
+    if (options.splash)
+        splash().begin(load);
+    else
+        load();
+    form->show();
+    page.files.opencommandline(options.deck);
+    const int status = QApplication::exec();
+    screens.unloadAll();
+    return status;
+}

@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "deck/EditorPlacement.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace kalvo {
+
+namespace {
+
+constexpr int kScrollBarRoom = 280;
+constexpr int kLeastRoomUnderLastRow = 75;
+constexpr double kEdgeByPoint = 26.0; ///< of the font: a cell nearer to the edge than this is past it
+constexpr int kEdgeByScrollBar = 180;
+constexpr int kFrame = 45;
+constexpr int kFrameByScrollBar = 10;
+constexpr int kBottomRoom = 520;
+
+constexpr double kLargestText = 16.0;
+constexpr double kSmallestText = 7.0;
+
+bool isPastTheEdge(const EditorSurroundings& around)
+{
+    const double edge = kEdgeByPoint * around.fontSize;
+    const double right = around.gridWidth - edge - (hasScrollBar(around) ? kEdgeByScrollBar : 0);
+    return around.cellLeft > right || around.cellTop > around.gridHeight - edge;
+}
+
+int placedWidth(const EditorSurroundings& around)
+{
+    const bool scrollBar = hasScrollBar(around);
+    const int scrollRoom = scrollBar ? kScrollBarRoom : 0;
+    if (around.cellLeft + around.cellWidth <= around.gridWidth - scrollRoom)
+        return around.cellWidth;
+    return around.gridWidth - around.cellLeft - scrollRoom - (scrollBar ? kFrameByScrollBar : kFrame);
+}
+
+int placedHeight(const EditorSurroundings& around)
+{
+    const int top = around.gridTop + around.cellTop;
+    const int bottom = around.gridTop + around.gridHeight;
+    if (top + around.cellHeight <= bottom)
+        return around.cellHeight;
+    return std::max(around.gridHeight + around.gridTop - around.cellTop - kBottomRoom, around.lineHeight);
+}
+
+} // namespace
+
+bool hasScrollBar(const EditorSurroundings& around)
+{
+    return !around.isFirstRowVisible || around.roomUnderLastRow < kLeastRoomUnderLastRow;
+}
+
+EditorPlace placeEditor(const EditorSurroundings& around)
+{
+    const bool underHeader = around.cellTop < around.headerHeight || around.cellLeft < around.headerWidth;
+    if (around.isHiddenRow || underHeader || isPastTheEdge(around))
+        return {};
+    return {true, around.gridLeft + around.cellLeft, around.gridTop + around.cellTop, placedWidth(around),
+            placedHeight(around)};
+}
+
+int wheelStep(bool pageMode, int gridHeight, int headerHeight)
+{
+    if (!pageMode || headerHeight <= 0)
+        return 1;
+    return std::max(1, static_cast<int>(std::floor(static_cast<double>(gridHeight) / headerHeight - 3.0)));
+}
+
+int wheelTopRow(int topRow, int rows, int delta, int step)
+{
+    return delta < 1 ? std::min(topRow + step, rows - 1) : std::max(topRow - step, 1);
+}
+
+double largerText(double points)
+{
+    return std::min(points + 1.0, kLargestText);
+}
+
+double smallerText(double points)
+{
+    return std::max(points - 1.0, kSmallestText);
+}
+
+} // namespace kalvo

@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Where the floating editor lies, how far the wheel scrolls and how the text grows: arithmetic of the main screen
+// without the screen. All lengths are twips.
+#pragma once
+
+namespace kalvo {
+
+/// The grid and its current cell as `setTextbox` finds them. The cell's place counts from the grid's top left.
+struct EditorSurroundings
+{
+    int gridTop = 0;
+    int gridLeft = 0;
+    int gridWidth = 0;
+    int gridHeight = 0;
+    int cellTop = 0;
+    int cellLeft = 0;
+    int cellWidth = 0;
+    int cellHeight = 0;
+    int headerHeight = 0;
+    int headerWidth = 0; ///< of the fixed column
+    bool isFirstRowVisible = true;
+    int roomUnderLastRow = 0;
+    bool isHiddenRow = false;
+    double fontSize = 8.25; ///< points, of the cell
+    int lineHeight = 0;     ///< of one line of its font
+};
+
+struct EditorPlace
+{
+    bool shown = false;
+    int left = 0;
+    int top = 0;
+    int width = 0;
+    int height = 0;
+
+    bool operator==(const EditorPlace&) const = default;
+};
+
+/// A vertical scroll bar stands when the first row is scrolled away or little is free under the last one.
+bool hasScrollBar(const EditorSurroundings& around);
+
+/// The editor's place. It is not shown over a hidden row, over a cell that lies past the edge, or under the headers;
+/// it is cut where the cell reaches past the grid, but never below one line.
+EditorPlace placeEditor(const EditorSurroundings& around);
+
+/// Rows that one click of the wheel scrolls: 1, or with `pageMode` (Ctrl held) what the grid shows less 3, at least 1.
+int wheelStep(bool pageMode, int gridHeight, int headerHeight);
+/// The top row after the wheel turned by `delta`: below 1 is towards the user and goes down, to the last row at most.
+int wheelTopRow(int topRow, int rows, int delta, int step);
+
+/// The text size after `uptext` (16 at most) and `DOWNTEXT` (7 at least), points.
+double largerText(double points);
+double smallerText(double points);
+
+} // namespace kalvo

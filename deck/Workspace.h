@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "deck/CellEditing.h"
+#include "deck/Deck.h"
+#include "deck/FileCommands.h"
+#include "platform/Commands.h"
+#include "platform/Screens.h"
+#include "platform/Services.h"
+#include "platform/StatusPanels.h"
+
+#include <QObject>
+#include <QString>
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace kalvo {
+
+/// Everything behind one main screen: its deck, commands, panels and command groups. The first page and its clone each
+/// have one of their own, so that a page's commands always act on the deck that it shows.
+///
+/// Rooms above this one hang their groups in with `keep`; what they need of a page is public here.
+class Workspace : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// @param first the page that this one is a clone of; null for the first page. Clones share its recent files.
+    Workspace(Services& services, Screens& screens, Workspace* first = nullptr);
+    ~Workspace() override;
+
+    Services& services;
+    Screens& screens;
+    StatusPanels panels;
+    Deck deck;
+    Commands commands;
+    CellEditing editing;
+    FileCommands files;
+    /// The HEC-1 that a run starts, for a tool tip and the about screen; empty while nobody says.
+    std::function<QString()> engineText;
+
+    /// The start of the main screen, once it shows this deck: an empty deck under an open editor, first texts of the
+    /// panels, recent files.
+    void start();
+
+    /// Takes a command group of a higher room into this page; it lives as long as the page.
+    void keep(std::shared_ptr<void> group) { m_groups.push_back(std::move(group)); }
+
+    bool isClone() const { return m_first != nullptr; }
+
+private:
+    void addTextSize();
+    void followDeck();
+
+    Workspace* m_first;
+    std::vector<std::shared_ptr<void>> m_groups; ///< last, so that the groups go first
+};
+
+} // namespace kalvo

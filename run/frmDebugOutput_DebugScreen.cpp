@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "run/frmDebugOutput_DebugScreen.h"
+
+#include <QAction>
+#include <QFontDatabase>
+#include <QListWidget>
+#include <QMenuBar>
+
+namespace kalvo {
+
+namespace {
+
+constexpr auto kOutputFile = "kalvodebugoutput.txt";
+
+QFont courier()
+{
+    QFont font(QStringLiteral("Courier New"));
+    font.setStyleHint(QFont::Monospace);
+    font.setFixedPitch(true);
+    font.setPointSizeF(QFontDatabase::systemFont(QFontDatabase::FixedFont).pointSizeF());
+    return font;
+}
+
+} // namespace
+
+frmDebugOutput::frmDebugOutput(Services& services, QWidget* parent) : QMainWindow(parent), m_services(services)
+{
+    setObjectName(QStringLiteral("frmDebugOutput"));
+    setWindowTitle(QStringLiteral(" Kalvo DEBUG HEC-1"));
+    List1 = new QListWidget(this);
+    List1->setObjectName(QStringLiteral("List1"));
+    List1->setFont(courier());
+    List1->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    List1->setUniformItemSizes(true);
+    setCentralWidget(List1);
+    buildMenu();
+    resize(760, 420);
+    frmDebugOutput::repaintScreen();
+}
+
+void frmDebugOutput::registerIn(Screens& screens, Services& services)
+{
+    screens.add(QStringLiteral("frmDebugOutput"), [&services] { return std::make_unique<frmDebugOutput>(services); });
+}
+
+void frmDebugOutput::buildMenu()
+{
+    const auto add = [this](const char* name, const QString& caption, const QKeySequence& key, auto body) {
+        QAction* action = menuBar()->addAction(caption);
+        action->setObjectName(QString::fromLatin1(name));
+        action->setShortcut(key);
+        connect(action, &QAction::triggered, this, body);
+    };
+    add("mnu_copy", tr("&Copy"), QKeySequence::Copy, [this] { copySelection(); });
+    add("mnu_help", tr("&Help"), QKeySequence::HelpContents, [this] {
+        m_services.dialogs.tell(
+            QStringLiteral("This is the raw output of the HEC-1 computer program as it has run in DOS"));
+    });
+    add("mnu_quit", tr("&Quit"), QKeySequence::Close, [this] { close(); });
+}
+
+void frmDebugOutput::copySelection()
+{
+    QStringList lines;
+    for (int row = 0; row < List1->count(); ++row)
+        if (List1->item(row)->isSelected())
+            lines << List1->item(row)->text();
+    if (lines.isEmpty())
+        m_services.dialogs.tell(QStringLiteral("Nothing Selected"));
+    else
+        m_services.clipboard.setText(lines.join(QStringLiteral("\r\n")));
+}
+
+void frmDebugOutput::showScreen()
+{
+    repaintScreen();
+    show();
+    raise();
+}
+
+void frmDebugOutput::repaintScreen()
+{
+    // The file and not a page's own list, because a clone page's runs end up here too.
+    m_output.read(m_services.folder.file(QString::fromLatin1(kOutputFile)));
+    List1->clear();
+    List1->addItems(m_output.List1());
+}
+
+} // namespace kalvo
