@@ -39,6 +39,11 @@ QString nameBehindFolder(const QString& path)
     return path.mid(mark + 1);
 }
 
+QString linesText(int count)
+{
+    return count == 1 ? QStringLiteral("1 line") : QStringLiteral("%1 lines").arg(count);
+}
+
 } // namespace
 
 FileCommands::FileCommands(Deck& deck, Services& services, Commands& commands, StatusPanels& panels, Screens& screens,
@@ -193,9 +198,9 @@ void FileCommands::tellEffectOfSaving(const QStringList& lines)
     const SaveEffect effect = effectOfSaving(lines, m_deck.Grid1);
     QStringList news;
     if (effect.changedLines > 0)
-        news.append(QStringLiteral("%1 lines will change when saved").arg(effect.changedLines));
+        news.append(linesText(effect.changedLines) + QStringLiteral(" will change when saved"));
     if (effect.droppedLines > 0)
-        news.append(QStringLiteral("%1 lines behind ZZ will be dropped when saved").arg(effect.droppedLines));
+        news.append(linesText(effect.droppedLines) + QStringLiteral(" behind ZZ will be dropped when saved"));
     if (!news.isEmpty())
         m_panels.set(7, news.join(QStringLiteral(", ")));
 }

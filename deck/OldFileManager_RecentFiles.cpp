@@ -49,6 +49,7 @@ void OldFileManager::buildControls()
     List1 = new QListWidget(this);
     List1->setObjectName(QStringLiteral("List1"));
     List1->setAlternatingRowColors(true);
+    List1->setSpacing(2);
     List1->setTextElideMode(Qt::ElideMiddle);
     List1->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     label->setBuddy(List1);

@@ -175,7 +175,7 @@ TEST_F(FileCommandsTest, AFreeFormatDeckIsToldWithTheLinesThatWouldBreak)
 TEST_F(FileCommandsTest, WhatASaveWillChangeIsToldAfterTheLoad)
 {
     files.opener(services.put("stars.dat", "*\r\n* note\r\nKK  A\r\nBA   1.5\r\nZZ\r\nKM parked\r\n"));
-    EXPECT_EQ(panels.text(7), "3 lines will change when saved, 1 lines behind ZZ will be dropped when saved");
+    EXPECT_EQ(panels.text(7), "3 lines will change when saved, 1 line behind ZZ will be dropped when saved");
     deck.dataSaved = true;
     panels.set(7, "before");
     files.opener(services.put("plain.dat", "ID x\r\nBA   1.5\r\nZZ\r\n"));
