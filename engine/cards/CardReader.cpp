@@ -176,6 +176,7 @@ std::optional<JobCards> DeckReader::next(Diagnostics& diagnostics)
     m_economics = false;
     m_number = 0;
     m_lastId = {};
+    job.cards.reserve((m_bytes.size() - std::min(m_at, m_bytes.size())) / 64 + 16);
     while (m_at < m_bytes.size() && !job.ended) {
         const std::string_view line = takeLine();
         if (line.empty())

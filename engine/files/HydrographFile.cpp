@@ -13,6 +13,7 @@ namespace {
 constexpr std::size_t kNumbersPerLine = 8;
 constexpr std::size_t kNameWidth = 9;
 constexpr std::size_t kBetweenNameAndStep = 13;
+constexpr double kLongestStep = 999;
 
 // How many ordinates of which spacing a station saves.
 struct SavedShape
@@ -48,12 +49,15 @@ void HydrographFile::record(const Station& station, const Result& result)
     const SavedShape shape = savedShape(station.save, m_job.time);
     if (!m_open) {
         m_open = true;
-        m_any = true;
         const long start = static_cast<long>(shape.first) * m_job.time.minutes;
         std::string date = m_job.time.clock.dated() ? m_job.time.clock.date(start) : "DAY";
         date = date + std::string(date.size() < 10 ? 10 - date.size() : 0, '.');
         m_out.left(station.name.substr(0, kNameWidth), kNameWidth).spaces(kBetweenNameAndStep);
-        m_out.integer(static_cast<long>(shape.minutes), 3).spaces(13);
+        if (shape.minutes <= kLongestStep)
+            m_out.integer(static_cast<long>(shape.minutes), 3);
+        else
+            m_out.text("***"); // as FORTRAN marks what does not fit
+        m_out.spaces(13);
         m_out.integer(static_cast<long>(m_job.stormCount()), 1).integer(m_job.planCount, 2);
         m_out.integer(static_cast<long>(m_job.ratios.size()), 2).integer(static_cast<long>(shape.count), 4);
         m_out.text(date).line();
@@ -65,16 +69,7 @@ void HydrographFile::record(const Station& station, const Result& result)
                               m_resampled);
         flows = m_resampled;
     }
-    writeFlows(flows);
-}
-
-void HydrographFile::writeFlows(std::span<const double> flows)
-{
-    for (std::size_t i = 0; i < flows.size(); ++i) {
-        m_out.text(" ").precise(flows[i]);
-        if ((i + 1) % kNumbersPerLine == 0 || i + 1 == flows.size())
-            m_out.line();
-    }
+    m_out.preciseRows(flows, kNumbersPerLine);
 }
 
 bool HydrographFile::close()

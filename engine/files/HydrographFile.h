@@ -25,14 +25,11 @@ public:
     bool discard() { return m_out.discard(); }
 
 private:
-    void writeFlows(std::span<const double> flows);
-
     const Job& m_job;
     int m_unit;
     TextWriter m_out;
     std::vector<double> m_resampled;
     bool m_open = false; ///< the header of the present station is written
-    bool m_any = false;
 };
 
 } // namespace hec1

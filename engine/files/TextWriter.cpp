@@ -125,12 +125,6 @@ bool TextWriter::discard()
     return open(m_path) && close();
 }
 
-void TextWriter::dropLineEnd()
-{
-    if (m_buffer.size() >= 2 && m_buffer.compare(m_buffer.size() - 2, 2, "\r\n") == 0)
-        m_buffer.resize(m_buffer.size() - 2);
-}
-
 TextWriter& TextWriter::left(std::string_view text, std::size_t width)
 {
     m_buffer += text;
@@ -171,66 +165,104 @@ TextWriter& TextWriter::fixed(double value, std::size_t width, int decimals)
     return *this;
 }
 
-// Eight significant digits are one integer, which two-digit steps turn into text; a general conversion would take
-// several times as long, and files of hydrographs hold millions of numbers.
-TextWriter& TextWriter::precise(double value)
+namespace {
+
+// Flows below this have no meaning in any unit, and the long tails of routed floods are full of them.
+constexpr double kSmallest = 1e-9;
+
+// The eight digits of a value between 1e-9 and 1e8 and how many of them stand ahead of the point (0 or less for values
+// below 1).
+struct EightDigits
 {
-    char text[32];
-    char* at = text;
+    std::uint32_t digits;
+    int before;
+};
+
+EightDigits eightDigits(double size)
+{
+    // size x 10^shift has eight digits ahead of the point; powers up to 10^22 are exact.
+    static constexpr std::array<double, 17> kShifts{1e0, 1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7, 1e8,
+                                                    1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15, 1e16};
+    static constexpr std::array<double, 17> kLimits{1e8,  1e7,  1e6,  1e5,  1e4,  1e3,  1e2,  1e1, 1e0,
+                                                    1e-1, 1e-2, 1e-3, 1e-4, 1e-5, 1e-6, 1e-7, 1e-8};
+    std::size_t shift = size >= 1 ? 7 : 16;
+    const std::size_t least = size >= 1 ? 0 : 8;
+    while (shift > least && size >= kLimits[shift])
+        --shift;
+    auto digits = static_cast<std::uint32_t>(size * kShifts[shift] + 0.5);
+    if (digits >= 100000000) { // rounding up has made a ninth digit
+        digits = 10000000;
+        return {digits, 9 - static_cast<int>(shift)};
+    }
+    return {digits, 8 - static_cast<int>(shift)};
+}
+
+char* preciseInto(double value, char* at)
+{
     double size = std::fabs(value);
-    if (!(size >= 1e-30)) {
-        m_buffer += '0';
-        return *this;
+    if (!(size >= kSmallest)) {
+        *at++ = '0';
+        return at;
     }
     if (value < 0)
         *at++ = '-';
-    int decimals = 7; // behind the first digit
-    int exponent = 0;
-    if (size >= 1e8 || size < 1e-3) {
-        exponent = static_cast<int>(std::floor(std::log10(size)));
-        size *= std::pow(10.0, -exponent);
-    } else {
-        while (decimals > 0 && size >= kPowers[static_cast<std::size_t>(8 - decimals)])
-            --decimals;
-        while (decimals < 10 && size < kPowers[7] / kPowers[static_cast<std::size_t>(decimals)])
-            ++decimals;
-    }
-    auto digits = static_cast<std::uint32_t>(size * kPowers[static_cast<std::size_t>(decimals)] + 0.5);
-    if (digits >= 100000000) { // rounding up has made a ninth digit
-        digits = 10000000;
-        decimals -= 1;
-        if (exponent != 0 || decimals < 0) {
-            exponent = exponent != 0 ? exponent + 1 : 8;
-            decimals = 7;
-        }
-    }
+    if (size >= 99999999)
+        return std::to_chars(at, at + 24, size, std::chars_format::scientific, 7).ptr;
+    const auto [digits, before] = eightDigits(size);
     char eight[8];
     writeEight(eight, digits);
     int last = 8;
-    while (last > std::max(1, 8 - decimals) && eight[last - 1] == '0')
+    while (last > std::max(1, before) && eight[last - 1] == '0')
         --last;
-    const int before = 8 - decimals; // digits ahead of the point
     if (before <= 0) {
         *at++ = '0';
         *at++ = '.';
         for (int i = before; i < 0; ++i)
             *at++ = '0';
-        std::memcpy(at, eight, static_cast<std::size_t>(last));
-        at += last;
-    } else {
-        std::memcpy(at, eight, static_cast<std::size_t>(before));
-        at += before;
-        if (last > before) {
-            *at++ = '.';
-            std::memcpy(at, eight + before, static_cast<std::size_t>(last - before));
-            at += last - before;
+        std::memcpy(at, eight, 8);
+        return at + last;
+    }
+    std::memcpy(at, eight, 8);
+    if (last <= before)
+        return at + before;
+    at[before] = '.';
+    std::memcpy(at + before + 1, eight + before, static_cast<std::size_t>(8 - before));
+    return at + last + 1;
+}
+
+constexpr std::size_t kPreciseRoom = 40;
+
+} // namespace
+
+// Eight significant digits are one integer, which two-digit steps turn into text; a general conversion would take
+// several times as long, and files of hydrographs hold millions of numbers.
+TextWriter& TextWriter::precise(double value)
+{
+    char text[kPreciseRoom];
+    m_buffer.append(text, static_cast<std::size_t>(preciseInto(value, text) - text));
+    return *this;
+}
+
+TextWriter& TextWriter::preciseRows(std::span<const double> values, std::size_t perLine)
+{
+    while (!values.empty()) {
+        const std::size_t count = std::min(values.size(), perLine * 64);
+        const std::size_t begin = m_buffer.size();
+        m_buffer.resize(begin + count * kPreciseRoom + 2 * 64 + 2);
+        char* at = m_buffer.data() + begin;
+        for (std::size_t i = 0; i < count; ++i) {
+            *at++ = ' ';
+            at = preciseInto(values[i], at);
+            if ((i + 1) % perLine == 0 || i + 1 == count) {
+                *at++ = '\r';
+                *at++ = '\n';
+            }
         }
+        m_buffer.resize(static_cast<std::size_t>(at - m_buffer.data()));
+        values = values.subspan(count);
+        if (m_buffer.size() > kFlushAt)
+            flush();
     }
-    if (exponent != 0) {
-        *at++ = 'E';
-        at = std::to_chars(at, text + sizeof text, exponent).ptr;
-    }
-    m_buffer.append(text, static_cast<std::size_t>(at - text));
     return *this;
 }
 

@@ -3,6 +3,7 @@
 
 #include <cstdio>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -47,6 +48,8 @@ public:
     TextWriter& fixed(double value, std::size_t width, int decimals);
     /// At least seven significant digits, as short as that allows; for files that programs read.
     TextWriter& precise(double value);
+    /// Many such numbers, each behind a blank.
+    TextWriter& preciseRows(std::span<const double> values, std::size_t perLine);
     /// Ends the line.
     TextWriter& line()
     {
@@ -58,8 +61,6 @@ public:
     TextWriter& line(std::string_view wholeLine) { return text(wholeLine).line(); }
     /// Characters of the file so far.
     std::size_t size() const { return m_flushed + m_buffer.size(); }
-    /// Takes characters off the end that were not flushed yet; used to keep the last line end off.
-    void dropLineEnd();
 
 private:
     static constexpr std::size_t kFlushAt = std::size_t{4} << 20;

@@ -395,10 +395,10 @@ void JobReader::readControl(const Card& card, Station& station)
         m_diagnostics.error(OutOfRange, &card,
                             "ISAV1 AND ISAV2 (FIELDS 6 AND 7) MUST LIE BETWEEN 1 AND " + std::to_string(ordinates));
     const double minutes = save.hours > 0 ? save.hours * 60 : m_job.time.minutes;
-    if (save.hours < 0 || (save.unit != 0 && (minutes > 999 || minutes < 0.5)))
-        m_diagnostics.error(
-            OutOfRange, &card,
-            "HYDROGRAPHS CAN BE SAVED AT INTERVALS FROM 1 TO 999 MINUTES; TIMINT (FIELD 8) IS IN HOURS");
+    if (save.hours < 0 || minutes < 0.5)
+        m_diagnostics.error(OutOfRange, &card, "TIMINT (FIELD 8) IS THE INTERVAL IN HOURS, AT LEAST ONE MINUTE");
+    if (save.unit != 0 && minutes > 999)
+        m_diagnostics.warn(&card, "AN INTERVAL ABOVE 999 MINUTES DOES NOT FIT INTO THE FILE OF HYDROGRAPHS");
     if (save.unit != 0 && save.unit != 21 && save.unit != 22)
         m_diagnostics.warn(&card, "ONLY UNITS 21 AND 22 (FIELD 5) ARE WRITTEN");
     if (save.punch != 0)

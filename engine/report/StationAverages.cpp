@@ -9,12 +9,42 @@
 
 namespace hec1 {
 
+namespace {
+
+// Greatest mean over a whole number of intervals from the running integral of the series.
+double greatestOver(std::span<const double> integral, std::size_t intervals)
+{
+    std::array<double, 4> best;
+    best.fill(integral[intervals] - integral[0]);
+    const std::size_t count = integral.size() - intervals;
+    std::size_t i = 0;
+    for (; i + 4 <= count; i += 4)
+        for (std::size_t k = 0; k < 4; ++k)
+            best[k] = std::max(best[k], integral[i + k + intervals] - integral[i + k]);
+    for (; i < count; ++i)
+        best[0] = std::max(best[0], integral[i + intervals] - integral[i]);
+    return *std::max_element(best.begin(), best.end()) / static_cast<double>(intervals);
+}
+
+} // namespace
+
 std::array<double, 4> greatestMeans(std::span<const double> values, double intervalHours)
 {
     std::array<double, 4> means{};
-    for (std::size_t k = 0; k < kAverageHours.size(); ++k)
-        means[k] = methods::greatestMean(values, kAverageHours[k], intervalHours);
-    means[3] = methods::trapezoidalMean(values);
+    std::vector<double> integral(values.size());
+    for (std::size_t i = 1; i < values.size(); ++i)
+        integral[i] = integral[i - 1] + (values[i - 1] + values[i]) / 2;
+    const auto whole = static_cast<double>(values.size() - 1);
+    means[3] = values.size() > 1 ? integral.back() / whole : values[0];
+    for (std::size_t k = 0; k < kAverageHours.size(); ++k) {
+        const double intervals = std::round(kAverageHours[k] / intervalHours);
+        if (kAverageHours[k] / intervalHours >= whole)
+            means[k] = means[3];
+        else if (std::fabs(intervals * intervalHours - kAverageHours[k]) < 1e-9 && intervals >= 1)
+            means[k] = greatestOver(integral, static_cast<std::size_t>(intervals));
+        else
+            means[k] = methods::greatestMean(values, kAverageHours[k], intervalHours);
+    }
     return means;
 }
 
