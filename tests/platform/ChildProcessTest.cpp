@@ -11,7 +11,9 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <thread>
+#include <vector>
 
 using namespace kalvo;
 using Kind = ProcessEnd::Kind;
@@ -178,6 +180,21 @@ TEST_F(ChildProcesses, GoWithTheApplication)
     QCoreApplication::exec();
     EXPECT_EQ(end.kind, Kind::Stopped);
     EXPECT_TRUE(isSilent());
+}
+
+TEST_F(ChildProcesses, RunSideBySideInThreads)
+{
+    std::vector<std::thread> threads;
+    std::array<int, 6> codes{};
+    for (size_t i = 0; i < codes.size(); ++i)
+        threads.emplace_back([this, i, &codes] {
+            QtChildProcess own;
+            for (int k = 0; k < 5; ++k)
+                codes[i] += own.run(start({"exit", QString::number(i)})).exitCode;
+        });
+    for (std::thread& thread : threads)
+        thread.join();
+    EXPECT_EQ(codes, (std::array<int, 6>{0, 5, 10, 15, 20, 25}));
 }
 
 TEST_F(ChildProcesses, CostLittleMoreThanTheBareProcess)

@@ -127,6 +127,9 @@ INSTANTIATE_TEST_SUITE_P(
         GeneralRow{"LongestText", -1.23456789012345e-15, "-0.00000000000000123456789012345"},
         GeneralRow{"LargeWithDecimals", 123456789012.345, "123456789012.345"},
         GeneralRow{"SingleTakenAsDouble", static_cast<double>(0.1F), "0.100000001490116"},
+        GeneralRow{"Millionth", 0.000001, "0.000001"}, GeneralRow{"BelowMillionth", 0.0000005, "0.0000005"},
+        GeneralRow{"SixDecimals", -999999999.123456, "-999999999.123456"},
+        GeneralRow{"InnerZeros", 10.000500, "10.0005"},
         GeneralRow{"NotANumber", std::numeric_limits<double>::quiet_NaN(), "NaN"},
         GeneralRow{"Infinite", -std::numeric_limits<double>::infinity(), "-INF"}),
     [](const auto& row) { return row.param.name; });
