@@ -113,7 +113,10 @@ FlexGridPainter::Ink FlexGridPainter::inkOf(const CellFormat& look, int row, int
         return {colorOf(own.foreColorSel, palette.color(QPalette::HighlightedText)),
                 colorOf(own.backColorSel, palette.color(QPalette::Highlight))};
     const QColor back = colorOf(look.backColor, colorOf(own.backColor, palette.color(QPalette::Base)));
-    const QColor fore = colorOf(look.foreColor, colorOf(own.foreColor, palette.color(QPalette::Text)));
+    QColor fore = colorOf(look.foreColor, colorOf(own.foreColor, palette.color(QPalette::Text)));
+    // A mark brings its own back colour to a light or dark palette: the palette's text gives way to black or white.
+    if (look.foreColor == Rgb::None && look.backColor != Rgb::None && contrast(fore, back) < 7.0)
+        fore = contrast(Qt::black, back) > contrast(Qt::white, back) ? Qt::black : Qt::white;
     return {readable(fore, back), back};
 }
 
@@ -150,7 +153,7 @@ void FlexGridPainter::paintCell(QPainter& painter, const QRect& rect, int row, i
         const QRect room = rect.adjusted(kSideMargin, top, -kSideMargin, -1);
         // A number that is cut must not look like another number: where the text ends early it says so.
         const QString shown = metrics.horizontalAdvance(text) > room.width()
-                                  ? metrics.elidedText(text, Qt::ElideRight, room.width() + 2)
+                                  ? metrics.elidedText(text, Qt::ElideRight, room.width())
                                   : text;
         const Qt::Alignment alignment = FlexGridModel::alignmentFlags(m_grid.colAlignment(col));
         painter.drawText(room, static_cast<int>(alignment) | Qt::TextSingleLine, shown);

@@ -369,6 +369,7 @@ void FlexGridView::showEvent(QShowEvent* event)
     QTableView::showEvent(event);
     m_seen = m_seenLayout = ~quint64(0);
     m_seenTop = m_seenLeft = -1;
+    m_holdScroll = m_dragging = false; // a view that was hidden under a pressed button saw no release
     follow();
 }
 

@@ -10,6 +10,8 @@
 #include <QSignalSpy>
 #include <QtTest>
 
+#include <algorithm>
+
 using namespace kalvo;
 
 namespace {
@@ -271,6 +273,12 @@ TEST_F(FlexGridViewTest, ColoursAreTheCellsOwnOrThePalettes)
     view.setPalette(dark);
     EXPECT_EQ(pixel(5, 5), QColor(30, 30, 30));
     EXPECT_EQ(pixel(4, 4), QColor(255, 240, 0));
+    grid.setTextMatrix(4, 4, "888888");
+    int darkest = 255;
+    const QImage marked = view.grab(view.cellRect(4, 4).adjusted(0, 0, -2, -2)).toImage();
+    for (int x = 0; x < marked.width(); ++x)
+        darkest = std::min(darkest, qGray(marked.pixel(x, marked.height() / 2)));
+    EXPECT_LT(darkest, 80) << "light text of the dark palette on a yellow mark";
     GridColors colors;
     colors.backColor = rgb(10, 20, 90);
     grid.setColors(colors);
