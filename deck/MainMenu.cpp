@@ -191,7 +191,7 @@ constexpr ToolButton kButtons[] = {
     {"Paste", "editpaste", "paste", "Paste by Inserting Lines"},
     {"Delete", "mnu_deletelines", "deletelines", "Delete the selected lines", false, true},
     {"Undo", "mnu_undo", "undo", "Undo the last edit", true},
-    {"Redo", "mnu_redo", "redo", "Redo the edit taken back"},
+    {"Redo", "mnu_redo", "redo", "Redo the edit taken back (one step is held)"},
     {"uptext", "uptext", "uptext", "Increase Text", true},
     {"downtext", "downtext", "downtext", "Reduce Text"},
     {"KK", "hiliteKK", "kk", "Identify KK cards", true},

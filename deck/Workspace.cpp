@@ -8,9 +8,14 @@
 namespace kalvo {
 
 Workspace::Workspace(Services& pageServices, Screens& pageScreens, Workspace* first)
-    : services(pageServices), screens(pageScreens), deck(services, panels), editing(deck),
-      files(deck, services, commands, panels, screens, first ? &first->files.recentFiles() : nullptr), m_first(first)
+    : m_ownCatalogue(first ? nullptr : std::make_unique<Catalogue>(pageServices)), services(pageServices),
+      screens(pageScreens), deck(services, panels), editing(deck),
+      files(deck, services, commands, panels, screens, first ? &first->files.recentFiles() : nullptr),
+      undo(deck, services, commands, panels, screens, files), catalogue(first ? first->catalogue : *m_ownCatalogue),
+      m_fieldHelp(catalogue, deck, panels), m_first(first)
 {
+    editing.setFieldHelp(&m_fieldHelp);
+    editing.setRecorder([this] { undo.NewUndoAdd(); });
     setStartStates(commands);
     commands.setGate([this] { deck.storeEditBox(); });
     commands.setReopen([this] {
@@ -63,8 +68,10 @@ void Workspace::start()
     deck.setEmptyLayout();
     editing.showField();
     deck.setTextbox();
-    if (!isClone())
-        files.openoldfiles();
+    if (isClone())
+        return;
+    catalogue.load();
+    files.openoldfiles();
 }
 
 } // namespace kalvo

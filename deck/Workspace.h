@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "deck/Catalogue.h"
 #include "deck/CellEditing.h"
 #include "deck/Deck.h"
 #include "deck/FileCommands.h"
+#include "deck/UndoCommands.h"
 #include "platform/Commands.h"
 #include "platform/Screens.h"
 #include "platform/Services.h"
@@ -26,6 +28,8 @@ class Workspace : public QObject
 {
     Q_OBJECT
 
+    std::unique_ptr<Catalogue> m_ownCatalogue; ///< null on a clone; ahead of all that asks it
+
 public:
     /// @param first the page that this one is a clone of; null for the first page. Clones share its recent files.
     Workspace(Services& services, Screens& screens, Workspace* first = nullptr);
@@ -38,6 +42,8 @@ public:
     Commands commands;
     CellEditing editing;
     FileCommands files;
+    UndoCommands undo;
+    Catalogue& catalogue; ///< the first page's: its files are read once for all pages
     /// The HEC-1 that a run starts, for a tool tip and the about screen; empty while nobody says.
     std::function<QString()> engineText;
 
@@ -54,6 +60,7 @@ private:
     void addTextSize();
     void followDeck();
 
+    CatalogueHelp m_fieldHelp;
     Workspace* m_first;
     std::vector<std::shared_ptr<void>> m_groups; ///< last, so that the groups go first
 };
