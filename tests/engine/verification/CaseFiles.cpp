@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <fstream>
 #include <limits>
+#include <random>
 #include <sstream>
 #include <stdexcept>
 
@@ -49,7 +50,9 @@ std::map<std::string, RunFiles::Hydrograph> readTape21(const std::filesystem::pa
             return std::stoi(trimmed(header.substr(length - fromEnd - 1, width)));
         };
         RunFiles::Hydrograph hydrograph;
-        hydrograph.intervalMinutes = number(34, 3);
+        // Three characters hold no step above 999 minutes; stars stand there then, and the details tell the times.
+        const std::string step = trimmed(header.substr(length - 35, 3));
+        hydrograph.intervalMinutes = step == "***" ? 0 : std::stoi(step);
         const int records = number(18, 1) * number(17, 2) * number(15, 2);
         const int ordinates = number(13, 4);
         for (int r = 0; r < records; ++r) {
@@ -112,6 +115,19 @@ double Series::at(double place) const
             return values[i - 1] + (place - x[i - 1]) / (x[i] - x[i - 1]) * (values[i] - values[i - 1]);
     }
     return std::numeric_limits<double>::quiet_NaN();
+}
+
+ScratchFolder::ScratchFolder()
+    : m_path(std::filesystem::temp_directory_path() /
+             ("hec1-test-" + std::to_string(std::random_device{}()) + "-" + std::to_string(std::random_device{}())))
+{
+    std::filesystem::create_directories(m_path);
+}
+
+ScratchFolder::~ScratchFolder()
+{
+    std::error_code ignored;
+    std::filesystem::remove_all(m_path, ignored);
 }
 
 RunFiles runEngine(const std::filesystem::path& deck, const std::filesystem::path& folder)

@@ -34,13 +34,27 @@ struct RunFiles
 {
     struct Hydrograph
     {
-        int intervalMinutes = 0;
+        int intervalMinutes = 0;                  ///< 0 when it does not fit the header
         std::vector<std::vector<double>> records; ///< plan outermost, then ratio, then index storm
     };
     std::map<std::string, Hydrograph> tape21;
     std::map<std::string, Series> details; ///< "station/quantity", "station/quantity/ratio" for ratios above 1
     int exitStatus = -1;
     std::string report;
+};
+
+/// A folder of this process alone for the runs of one test; removed with all it holds when it goes out of scope.
+class ScratchFolder
+{
+public:
+    ScratchFolder();
+    ~ScratchFolder();
+    ScratchFolder(const ScratchFolder&) = delete;
+    ScratchFolder& operator=(const ScratchFolder&) = delete;
+    const std::filesystem::path& path() const { return m_path; }
+
+private:
+    std::filesystem::path m_path;
 };
 
 /// Runs the built engine on a deck in an empty folder and reads what it wrote.
