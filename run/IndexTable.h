@@ -27,7 +27,7 @@ struct IndexReaderOptions
 {
     bool clearsList1 = false; ///< the others rely on their callers
     bool addsTarget = false;  ///< ends the stations with the item "   Target"
-    Progress progress;
+    Progress progress = {};
 };
 
 /// Columns of an index table. Rows 0 and 1 stay empty; the first record is in row 2.

@@ -104,11 +104,9 @@ void RunCommands::mnu_rundebug()
         enable(m_commands, {QStringLiteral("graph"), QStringLiteral("viewhec1"), QStringLiteral("graphdata")}, true);
     enable(m_commands, {QStringLiteral("runhec")}, true);
     enable(m_commands, resultCommands(), false);
-    if (outcome.verdict != RunOutcome::Verdict::NotStarted) {
-        debugOutput.read(m_services.folder.file(QString::fromLatin1(RunFolder::kConsole)));
-        if (m_screens.isKnown(QStringLiteral("frmDebugOutput")))
-            m_screens.show(QStringLiteral("frmDebugOutput"));
-    }
+    const QString screen = QStringLiteral("frmDebugOutput");
+    if (outcome.verdict != RunOutcome::Verdict::NotStarted && m_screens.isKnown(screen))
+        m_screens.show(screen);
     if (wasRun) {
         showEnd(outcome);
         if (!state.hecRanOK)

@@ -6,7 +6,6 @@
 #include "platform/Screens.h"
 #include "platform/Services.h"
 #include "platform/StatusPanels.h"
-#include "run/DebugOutput.h"
 #include "run/EngineLocator.h"
 #include "run/GraphCommand.h"
 #include "run/ResultTables.h"
@@ -40,8 +39,7 @@ public:
 
     RunState state;
     RunEvents events;
-    ResultTables tables;     ///< of the last run that `graph` read
-    DebugOutput debugOutput; ///< of the last debug run
+    ResultTables tables; ///< of the last run that `graph` read
 
     void runhec_Click();
     void mnu_rundebug();

@@ -108,7 +108,7 @@ ReportMarks reportMarks(const QString& path)
     return marks;
 }
 
-ReportMarks reportMarks(QStringView report)
+ReportMarks reportMarksOfText(QStringView report)
 {
     ReportMarks marks;
     marks.isThere = true;

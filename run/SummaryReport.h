@@ -29,7 +29,7 @@ struct ReportMarks
     static constexpr int kMostErrorLines = 200;
 };
 ReportMarks reportMarks(const QString& path);
-ReportMarks reportMarks(QStringView report); ///< of a text, for tests and tools
+ReportMarks reportMarksOfText(QStringView report); ///< of a text, for tests and tools
 
 /// The number of ordinates as the report's job data print it ("NQ  300  NUMBER OF HYDROGRAPH ORDINATES").
 struct OrdinateCount
