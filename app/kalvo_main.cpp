@@ -45,6 +45,14 @@ Options optionsOf(const QApplication& app)
     return options;
 }
 
+/// The columns of the deck are measured in the main screen's font at the grid's size: ten fields fit the standard window.
+QFont deckFont()
+{
+    QFont font = QApplication::font();
+    font.setPointSizeF(8.25);
+    return font;
+}
+
 /// Command groups of the rooms above the deck, for the first page and each clone.
 void addGroups(Workspace& page)
 {
@@ -79,7 +87,7 @@ int main(int argc, char* argv[])
     QtClipboard clipboard;
     QtClock clock;
     QtChildProcess process;
-    QtTextMeasure measure(QApplication::font());
+    QtTextMeasure measure(deckFont());
     ProgramFolder folder = ProgramFolder::ofProgram(QCoreApplication::applicationDirPath());
     Services services{dialogs, clipboard, clock, process, folder, measure};
 

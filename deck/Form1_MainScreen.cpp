@@ -54,6 +54,9 @@ Form1::Form1(Workspace& page, QWidget* parent) : QMainWindow(parent), m_page(pag
 Form1::~Form1()
 {
     m_page.deck.attachEditBox(nullptr);
+    // Going, the window still takes the focus from its controls and hides them: nobody of ours is there to follow.
+    Text1->disconnect(this);
+    Grid1->disconnect(this);
 }
 
 void Form1::buildGrid()

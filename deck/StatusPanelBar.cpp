@@ -20,8 +20,8 @@ struct PanelShape
     int stretch;
 };
 constexpr PanelShape kShapes[StatusPanels::kPanels] = {
-    {" mmmmmmmmmm.dat ", 3}, {"Undo 1000 ", 0}, {"WW Card ", 0},        {" Row 0000 ", 0},
-    {" Field 10 ", 0},       {"WWWWWWW", 0},    {"Help and System", 6},
+    {" mmmmmmmm.dat ", 2}, {"Undo 1000 ", 0}, {"WW Card ", 0},        {" Row 0000 ", 0},
+    {" Field 10 ", 0},       {"WWWWWW", 0},    {"Help and System", 9},
 };
 
 /// Panel 2 tells levels of undo as a picture.

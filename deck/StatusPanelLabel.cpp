@@ -27,8 +27,8 @@ void StatusPanelLabel::setPlainText(const QString& text)
     if (text == m_text && !m_back.isValid())
         return;
     m_text = text;
-    m_back = {};
-    m_fore = {};
+    m_back = QColor();
+    m_fore = QColor();
     update();
 }
 

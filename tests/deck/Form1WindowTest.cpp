@@ -345,6 +345,8 @@ void drop(Form1& form, const QList<QUrl>& urls)
 {
     QMimeData data;
     data.setUrls(urls);
+    QDragEnterEvent enter(QPoint(50, 200), Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&form, &enter);
     QDropEvent event(QPointF(50, 200), Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
     QCoreApplication::sendEvent(&form, &event);
 }
@@ -352,14 +354,14 @@ void drop(Form1& form, const QList<QUrl>& urls)
 TEST_F(Form1Window, ADroppedDeckIsOpenedAndABinaryFileRefused)
 {
     drop(form, {QUrl::fromLocalFile(put("KKDROP\r\nZZ\r\n"))});
-    EXPECT_EQ(cell(1, 2), "DROP  ");
+    EXPECT_EQ(cell(1, 2), "DROP");
     EXPECT_EQ(Text1().text(), "KK");
     services.dialogs.willAnswer(Button::Ok);
     const QString binary = put(QByteArray("\x00\x01\x02", 3), "b.bin");
     drop(form, {QUrl::fromLocalFile(binary)});
     EXPECT_EQ(services.dialogs.last().text, QString("The File " + binary + " is Incompatible with HEC-1! "));
     drop(form, {QUrl::fromLocalFile(binary), QUrl::fromLocalFile(binary)});
-    EXPECT_EQ(cell(1, 2), "DROP  ");
+    EXPECT_EQ(cell(1, 2), "DROP");
 }
 
 TEST_F(Form1Window, ASavedDeckClosesWithoutAQuestion)
@@ -447,7 +449,7 @@ TEST_F(Form1Window, TheClonePageHasADeckAndCommandsOfItsOwn)
     services.dialogs.willAnswer(put("KKSECOND\r\nZZ\r\n", "second.dat"));
     clone->findChild<QAction*>("openhec")->trigger();
     EXPECT_EQ(clone->page().deck.Grid1.textMatrix(1, 2), "SECOND");
-    EXPECT_EQ(cell(1, 2), "FIRST ");
+    EXPECT_EQ(cell(1, 2), "FIRST");
     EXPECT_EQ(panel(1).contains("second"), false);
 
     clone->page().deck.Grid1.setCursor(1, 3);
