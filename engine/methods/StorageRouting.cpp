@@ -97,16 +97,22 @@ PoolPoint StorageIndication::at(double indication, std::size_t& hint) const
         return {m_storage[0], m_flow[0], m_elevation.empty() ? 0 : m_elevation[0]};
     // The pool moves little between ordinates: walk a few segments from the last one, else search.
     std::size_t i = std::min(hint, n - 2);
-    if (m_indication[i] <= indication && indication < m_indication[i + 1]) {
-        // still the same segment
-    } else {
-        const auto above = std::upper_bound(m_indication.begin(), m_indication.end(), indication);
-        i = static_cast<std::size_t>(above - m_indication.begin()) - 1;
-        i = std::min(i, n - 2);
-        while (i > 0 && !(m_indication[i + 1] > m_indication[i]))
-            --i;
-        hint = i;
+    int walks = 8;
+    while (walks > 0 && i + 2 < n && m_indication[i + 1] <= indication) {
+        ++i;
+        --walks;
     }
+    while (walks > 0 && i > 0 && m_indication[i] > indication) {
+        --i;
+        --walks;
+    }
+    if (walks == 0) {
+        const auto above = std::upper_bound(m_indication.begin(), m_indication.end(), indication);
+        i = std::min(static_cast<std::size_t>(above - m_indication.begin()) - 1, n - 2);
+    }
+    while (i > 0 && !(m_indication[i + 1] > m_indication[i])) // over the top: the last segment that rises
+        --i;
+    hint = i;
     const double width = m_indication[i + 1] - m_indication[i];
     const double t = width > 0 ? (indication - m_indication[i]) / width : 0;
     const auto along = [&](const std::vector<double>& column) { return column[i] + t * (column[i + 1] - column[i]); };

@@ -121,12 +121,30 @@ SnyderParameters snyderOf(double tc, double r, double dt, std::span<const double
     return {1.048 * (peak.hours - 0.75 * dt), peak.share / dt * (peak.hours - dt / 2)};
 }
 
-/// Halves [low, high] until `tooHigh` changes inside one part in 10^10.
-template <typename TooHigh> double halve(double low, double high, TooHigh tooHigh)
+/// Zero of a rising function in [low, high], or the end nearest to it: false position that halves the weight of an end
+/// which stays (Illinois), and the interval itself where that goes slowly, as at the small jumps that whole ordinates
+/// cause.
+template <typename Function> double solveRising(double low, double high, double resolution, Function f)
 {
-    for (int i = 0; i < 50 && high - low > 1e-10 * high; ++i) {
-        const double middle = (low + high) / 2;
-        (tooHigh(middle) ? high : low) = middle;
+    double atLow = f(low), atHigh = f(high);
+    if (atLow >= 0 || atHigh <= 0)
+        return atLow >= 0 ? low : high;
+    int side = 0;
+    for (int i = 0; i < 60 && high - low > resolution; ++i) {
+        double middle = i % 4 == 3 ? (low + high) / 2 : (low * atHigh - high * atLow) / (atHigh - atLow);
+        middle = std::clamp(middle, low + resolution / 4, high - resolution / 4);
+        const double at = f(middle);
+        if (at < 0) {
+            low = middle;
+            atLow = at;
+            atHigh /= side == -1 ? 2 : 1;
+            side = -1;
+        } else {
+            high = middle;
+            atHigh = at;
+            atLow /= side == 1 ? 2 : 1;
+            side = 1;
+        }
     }
     return (low + high) / 2;
 }
@@ -200,14 +218,16 @@ SnyderGraph snyderUnitGraph(double area, double lagHours, double peakingCoeffici
 
     // The lag grows with the time of concentration, and CP falls as storage takes over from translation.
     const auto tcFor = [&](double storageRatio) {
-        return halve(0.05 * lagHours, 10 * lagHours, [&](double tc) {
-            return snyderOf(tc, storageRatio * tc, intervalHours, timeArea).lagHours > lagHours;
+        return solveRising(0.05 * lagHours, 10 * lagHours, 1e-6 * lagHours, [&](double tc) {
+            return snyderOf(tc, storageRatio * tc, intervalHours, timeArea).lagHours - lagHours;
         });
     };
-    const double storageRatio = halve(0, 50, [&](double ratio) {
-        const double tc = tcFor(ratio);
-        return snyderOf(tc, ratio * tc, intervalHours, timeArea).peakingCoefficient < peakingCoefficient;
+    // The share R / (Tc + R) spreads the search evenly between translation alone and storage alone.
+    const double storageShare = solveRising(0, 0.98, 1e-6, [&](double share) {
+        const double ratio = share / (1 - share), tc = tcFor(ratio);
+        return peakingCoefficient - snyderOf(tc, ratio * tc, intervalHours, timeArea).peakingCoefficient;
     });
+    const double storageRatio = storageShare / (1 - storageShare);
 
     SnyderGraph found;
     found.tcHours = tcFor(storageRatio);
