@@ -70,6 +70,10 @@ StorageIndication::StorageIndication(const RatingTable& table, double intervalHo
         require(i == 0 || m_indication[i] >= m_indication[i - 1],
                 "the outflow falls faster than the storage rises over one computation interval");
     }
+    for (std::size_t i = 1; i < m_indication.size(); ++i) {
+        const double width = m_indication[i] - m_indication[i - 1];
+        m_perIndication.push_back(width > 0 ? 1 / width : 0);
+    }
     const std::size_t given = table.given > 0 ? std::min(table.given, m_storage.size()) : m_storage.size();
     m_lastGiven = m_indication[given - 1];
 }
@@ -113,8 +117,7 @@ PoolPoint StorageIndication::at(double indication, std::size_t& hint) const
     while (i > 0 && !(m_indication[i + 1] > m_indication[i])) // over the top: the last segment that rises
         --i;
     hint = i;
-    const double width = m_indication[i + 1] - m_indication[i];
-    const double t = width > 0 ? (indication - m_indication[i]) / width : 0;
+    const double t = (indication - m_indication[i]) * m_perIndication[i];
     const auto along = [&](const std::vector<double>& column) { return column[i] + t * (column[i + 1] - column[i]); };
     return {along(m_storage), along(m_flow), m_elevation.empty() ? 0 : along(m_elevation)};
 }

@@ -94,6 +94,7 @@ private:
     double m_storageToFlow; ///< units of storage to flow over one interval
     double m_lastGiven;     ///< indication of the last point that the deck gave
     std::vector<double> m_indication, m_flow, m_storage, m_elevation;
+    std::vector<double> m_perIndication; ///< of each segment 1 / its width, 0 of one without: no division in the step
 };
 
 /// Routes one pool or subreach by storage indication: S2/h + O2/2 = S1/h - O1/2 + (I1 + I2)/2 - pumped.

@@ -20,6 +20,17 @@ constexpr std::array kScsFlow{0.0,  .03,  .10,  .19,  .31,  .47,  .66,  .82,  .9
                               .147, .107, .077, .055, .040, .029, .021, .015, .011, .005, 0.0};
 static_assert(kScsTime.size() == kScsFlow.size());
 
+// Area under the table: what its ordinates add up to, times the step, once the step is small.
+constexpr double scsArea()
+{
+    double area = 0;
+    for (std::size_t i = 1; i < kScsTime.size(); ++i)
+        area += (kScsFlow[i] + kScsFlow[i - 1]) / 2 * (kScsTime[i] - kScsTime[i - 1]);
+    return area;
+}
+constexpr double kScsArea = scsArea();
+constexpr double kSmallStep = 1e-4; // in times of peak
+
 /// Accumulated share of the area at a share `t` of the time of concentration.
 double accumulatedArea(std::span<const double> timeArea, double t)
 {
@@ -170,8 +181,10 @@ std::vector<double> scsUnitGraph(double area, double lagHours, double intervalHo
         const double t = static_cast<double>(n) * step;
         if (t >= kScsTime.back())
             break;
-        if (n > 10 * maxOrdinates + 10'000'000) // a lag beyond all runs: what is left cannot matter
+        if (graph.size() == maxOrdinates && step < kSmallStep) {
+            depth = kScsArea * peakFlow * peakHours / (units.runoffFlow * area);
             break;
+        }
         while (t > kScsTime[segment + 1])
             ++segment;
         const double along = (t - kScsTime[segment]) / (kScsTime[segment + 1] - kScsTime[segment]);

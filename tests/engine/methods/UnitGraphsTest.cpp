@@ -25,6 +25,8 @@ TEST(ScsUnitGraph, HoldsOneUnitOfDepthAtEveryStep)
     for (const double hours : {1.0 / 60, .1, .25, .29, 1.0, 4.0, 50.0})
         EXPECT_NEAR(unitGraphDepth(scsUnitGraph(3.7, 1.0, hours, kEnglish, kMany), 3.7, hours, kEnglish), 1, 1e-12)
             << hours;
+    const Values slow = scsUnitGraph(1, 1e5, .25, kEnglish, 500); // a flood far longer than the run: its foot, not more
+    EXPECT_NEAR(slow[499], 484 / 1e5 * .3 * 500 * .25 / 1e5, .003 * slow[499]);
     const Values whole = scsUnitGraph(1, 1, .05, kEnglish, kMany);
     const Values cut = scsUnitGraph(1, 1, .05, kEnglish, 20);
     expectSeries(cut, std::span(whole).first(20), 0); // a short run sees the same graph, not a stretched one
