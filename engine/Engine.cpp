@@ -17,6 +17,7 @@
 #include <filesystem>
 #include <fstream>
 #include <ostream>
+#include <stdexcept>
 #include <system_error>
 
 namespace hec1 {
@@ -115,7 +116,15 @@ public:
             if (any) // of a second job; the first one's stands on the title page
                 writeBanner(m_report, m_stamp, false);
             any = true;
-            runJob(*cards, diagnostics);
+            try {
+                runJob(*cards, diagnostics);
+            } catch (const std::invalid_argument& unsound) {
+                diagnostics.error(ErrorNumber::MethodData, nullptr, capitals(unsound.what()));
+                stop(diagnostics);
+            } catch (const std::bad_alloc&) {
+                diagnostics.error(ErrorNumber::JobTooLarge, nullptr, "");
+                stop(diagnostics);
+            }
         }
         if (!any)
             reportEmptyDeck();

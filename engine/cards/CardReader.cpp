@@ -307,8 +307,9 @@ void DeckReader::readFree(std::string_view line, JobCards& job, Diagnostics& dia
     }
 
     std::vector<std::string_view> words;
-    if (!rest.empty() && trimmed(rest).front() == ',')
-        rest = trimmed(rest).substr(1);
+    // A comma right behind the identifier parts it from field 1; behind a blank it says that field 1 is skipped.
+    if (!rest.empty() && rest.front() == ',')
+        rest.remove_prefix(1);
     for (rest = trimmed(rest); !rest.empty(); rest = trimmed(rest)) {
         const std::size_t end = std::min(rest.find_first_of(" ,"), rest.size());
         words.push_back(rest.substr(0, end));

@@ -49,8 +49,7 @@ Job JobReader::read()
         m_diagnostics.error(EndOfJobMissing, nullptr, "");
     if (m_job.stations.empty())
         m_diagnostics.error(DeckEmpty, nullptr, "THERE IS NO KK CARD");
-    if (!m_diagnostics.hasErrors())
-        checkStack();
+    checkStack();
     warnOfSharedNames();
     return std::move(m_job);
 }
@@ -126,11 +125,13 @@ void JobReader::readTime()
     RunTime& time = m_job.time;
     time.minutes = 60;
     time.ordinates = 2;
+    m_seriesInterval = time.minutes;
     if (m_job.timeCard == nullptr) {
         m_diagnostics.error(TimeCardMissing, nullptr, "");
         return;
     }
     const Card& card = *m_job.timeCard;
+    const std::size_t errorsBefore = m_diagnostics.errors().size();
     const double minutes = card.value(1);
     if (minutes < 1 || minutes != std::floor(minutes) || minutes > kLongestInterval)
         m_diagnostics.error(TimeData, &card, "NMIN (FIELD 1) MUST BE A WHOLE NUMBER OF MINUTES, 1 OR MORE");
@@ -159,6 +160,7 @@ void JobReader::readTime()
     time.clock = SimClock(dateOf(2), minute.value_or(0));
     dateOf(5);
     readOrdinates(card);
+    m_timeKnown = m_diagnostics.errors().size() == errorsBefore;
     m_seriesInterval = time.minutes;
 }
 

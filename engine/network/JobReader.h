@@ -54,7 +54,8 @@ private:
     const JobCards& m_cards;
     Diagnostics& m_diagnostics;
     Job m_job;
-    std::vector<const Card*> m_plain;               ///< the cards without comments and directives
+    std::vector<const Card*> m_plain; ///< the cards without comments and directives
+    bool m_timeKnown = false;
     double m_seriesInterval = 0, m_seriesStart = 0; ///< IN, in minutes
     std::map<std::string, Gage> m_gages;
     Gage* m_gage = nullptr; ///< to which PI and PC now belong

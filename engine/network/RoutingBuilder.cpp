@@ -20,6 +20,7 @@ constexpr int kMostSteps = 1000; // of a reach; more is a slipped field
 void StepBuilder::buildRouting(const StepParts& parts, Step& step)
 {
     Routing routing;
+    step.what = Routing{}; // what the network needs to know, should the rest be faulty
     if (parts.rl) {
         routing.channelLoss =
             ChannelLossInput{parts.rl->value(1), parts.rl->value(2), parts.rl->value(3), parts.rl->value(4)};

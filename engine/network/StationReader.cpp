@@ -391,7 +391,7 @@ void JobReader::readControl(const Card& card, Station& station)
     const int first = card.whole(6) > 0 ? card.whole(6) : 1;
     const int last = card.whole(7) > 0 ? card.whole(7) : ordinates;
     save.hours = card.value(8);
-    if (first > last || last > ordinates)
+    if (m_timeKnown && (first > last || last > ordinates))
         m_diagnostics.error(OutOfRange, &card,
                             "ISAV1 AND ISAV2 (FIELDS 6 AND 7) MUST LIE BETWEEN 1 AND " + std::to_string(ordinates));
     const double minutes = save.hours > 0 ? save.hours * 60 : m_job.time.minutes;
@@ -410,6 +410,14 @@ void JobReader::readControl(const Card& card, Station& station)
 // Follows the stack of hydrographs through the network without computing, so that all faults of it show at once.
 void JobReader::checkStack()
 {
+    for (const Card& card : m_cards.cards) // a card that is not known may have been one that makes a hydrograph
+        if (card.kind == LineKind::Card && card.def == nullptr)
+            return;
+    for (const Station& station : m_job.stations)
+        for (const auto& step : station.plans)
+            if (step->card == nullptr)
+                return;
+    const std::size_t errorsBefore = m_diagnostics.errors().size();
     for (std::size_t plan = 0; plan < static_cast<std::size_t>(m_job.planCount); ++plan) {
         int waiting = 0;
         std::set<std::string, std::less<>> stored, seen;
@@ -451,7 +459,7 @@ void JobReader::checkStack()
             m_diagnostics.warn(nullptr, std::to_string(waiting) +
                                             " HYDROGRAPHS ARE LEFT AT THE END OF THE STREAM NETWORK: ONE OR MORE WERE "
                                             "NOT COMBINED");
-        if (m_diagnostics.hasErrors())
+        if (m_diagnostics.errors().size() > errorsBefore) // other plans would repeat them
             return;
     }
 }

@@ -40,6 +40,7 @@ Step StepBuilder::build(const Card& kk, const StepParts& parts, Carried& carried
                            (parts.hc ? 1 : 0) + (parts.dt ? 1 : 0) + (parts.dr ? 1 : 0) + (parts.wr ? 1 : 0);
     if (operations > 1) {
         m_diagnostics.error(TwoOperations, &kk, "");
+        step.card = nullptr;
         return step;
     }
     if (parts.qi.given())
@@ -169,7 +170,7 @@ void StepBuilder::buildRunoff(const Card& kk, const StepParts& parts, Carried& c
     runoff.normalAnnual = parts.ba->value(2);
     if (runoff.area <= 0) {
         m_diagnostics.error(AreaMissing, parts.ba, "");
-        return;
+        runoff.area = 1; // the rest of the station is looked at all the same
     }
     if (m_job.storms.empty()) {
         runoff.rain =
@@ -197,8 +198,6 @@ void StepBuilder::buildRunoff(const Card& kk, const StepParts& parts, Carried& c
         if (runoff.loss && twoPlanes && !runoff.loss->secondMethod)
             m_diagnostics.warn(runoff.loss->card, "NO LOSS FOR THE SECOND PLANE: THAT OF THE FIRST IS USED");
     }
-    if (m_diagnostics.hasErrors())
-        return;
     step.what = std::move(runoff);
 }
 
@@ -255,17 +254,17 @@ void StepBuilder::buildGiven(const StepParts& parts, Step& step)
 {
     GivenFlow given;
     given.area = parts.ba ? parts.ba->value(1) : 0;
-    if (parts.qi.values.empty()) {
-        m_diagnostics.error(ValueMissing, parts.qi.card, "NO FLOWS ARE GIVEN");
-        return;
-    }
     given.flow.resize(m_job.time.ordinates);
-    methods::sampleSeries(parts.qi.series(), m_job.time.minutes, given.flow);
+    if (parts.qi.values.empty())
+        m_diagnostics.error(ValueMissing, parts.qi.card, "NO FLOWS ARE GIVEN");
+    else
+        methods::sampleSeries(parts.qi.series(), m_job.time.minutes, given.flow);
     step.what = std::move(given);
 }
 
 void StepBuilder::buildSaved(const StepParts& parts, Step& step)
 {
+    step.what = GivenFlow{};
     const int unit = parts.bi->whole(2);
     const std::string name = nameOf(*parts.bi, 1);
     if (unit != 21 && unit != 22) {
@@ -294,14 +293,15 @@ void StepBuilder::buildDiversion(const StepParts& parts, Step& step)
         m_diagnostics.error(OutOfRange, parts.dt, "LIMITS MUST NOT BE BELOW ZERO");
     if (!parts.di.given() || !parts.dq.given()) {
         m_diagnostics.error(ValueMissing, parts.dt, "DI AND DQ CARDS ARE NEEDED");
+        step.what = std::move(diversion);
         return;
     }
-    const bool sound = checkRises(parts.di, false, m_diagnostics) && checkNotNegative(parts.dq, m_diagnostics) &&
-                       checkSameCount(parts.dq, parts.di, m_diagnostics);
+    checkRises(parts.di, false, m_diagnostics);
+    checkNotNegative(parts.dq, m_diagnostics);
+    checkSameCount(parts.dq, parts.di, m_diagnostics);
     diversion.inflow = parts.di.values;
     diversion.diverted = parts.dq.values;
-    if (sound)
-        step.what = std::move(diversion);
+    step.what = std::move(diversion);
 }
 
 void StepBuilder::readRating(const StepParts& parts, Step& step)

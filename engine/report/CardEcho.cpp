@@ -157,13 +157,15 @@ void echoHypothetical(std::span<const Card* const> cards, TextWriter& out)
 
 void echoTable(std::span<const Card* const> cards, std::string_view title, bool words, TextWriter& out)
 {
-    constexpr std::size_t kPerLine = 10;
+    constexpr std::size_t kPerLine = 10, kTitleWidth = 18;
     std::size_t written = 0;
     for (const Card* card : cards)
         for (int field = 1; field <= card->count; ++field) {
             if (written % kPerLine == 0) {
-                if (written == 0)
-                    out.integer(card->number, 5).text(" ").text(card->id).spaces(5).right(title, 18);
+                if (written == 0 && title.size() > kTitleWidth)
+                    out.integer(card->number, 5).text(" ").text(card->id).spaces(8).line(title).spaces(31);
+                else if (written == 0)
+                    out.integer(card->number, 5).text(" ").text(card->id).spaces(5).right(title, kTitleWidth);
                 else
                     out.line().spaces(31);
             }

@@ -116,7 +116,8 @@ void StationReport::balance(const Result& result)
         part("RAIN", water.rain);
         part("LOSS", water.loss);
         part("EXCESS", water.excess);
-        part("BASEFLOW", water.baseFlow);
+        if (water.baseFlow != 0)
+            part("BASEFLOW", water.baseFlow);
     }
     if (water.inflow != 0 || result.rain.empty())
         part("INFLOW", water.inflow);
@@ -128,7 +129,7 @@ void StationReport::balance(const Result& result)
     if (water.storageKnown)
         part("PERCENT ERROR", water.errorPercent());
     else
-        m_out.text(" (STORAGE BY DIFFERENCE)");
+        m_out.text(" (BY DIFFERENCE)");
     m_out.line().line();
 }
 
