@@ -192,9 +192,7 @@ RunOutcome RunCommands::start(const RunRequest& request)
     m_panels.setWaiting(false);
     state.outcome = outcome;
     state.runResult = outcome.verdict == RunOutcome::Verdict::NotStarted ? -1 : 1;
-    if (outcome.isNormalEnd())
-        qCInfo(logRun).noquote() << outcome.text();
-    else
+    if (!outcome.isNormalEnd())
         qCWarning(logRun).noquote() << outcome.text() << outcome.errorLines.join(QStringLiteral(" | "));
     return outcome;
 }
