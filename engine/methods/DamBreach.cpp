@@ -162,6 +162,67 @@ std::size_t firstReached(std::span<const double> elevations, double elevation)
         elevations.begin());
 }
 
+/// The run of a pool from the ordinate before its dam fails.
+class BreachRun
+{
+public:
+    BreachRun(const PoolStorage& pool, const PoolOutlets& outlets, const Breach& breach, const UnitSystem& units,
+              double intervalHours, std::span<const double> inflow, SummaryKeeper& keeper)
+        : m_opening(breach, outlets, units), m_stepper(pool, units), m_breachHours(breach.hours),
+          m_intervalHours(intervalHours), m_inflow(inflow), m_keeper(keeper)
+    {
+    }
+    void start(const PoolState& state, double hours, double failureHours)
+    {
+        m_state = state;
+        m_now = hours;
+        m_failure = failureHours;
+    }
+    /// On to ordinate `i`: to the failure in one step, through the growth in fiftieths of it, then in twentieths of an
+    /// interval, each of these or shorter.
+    const PoolState& advance(std::size_t i, double pumping)
+    {
+        const double end = static_cast<double>(i) * m_intervalHours;
+        const double growing = m_breachHours / 50;
+        const double grown = std::min(m_intervalHours, std::max(growing, m_intervalHours / 20));
+        moveTo(std::min(m_failure, end), m_intervalHours, i, pumping);
+        moveTo(std::min(m_failure + m_breachHours, end), std::clamp(growing, m_intervalHours * 1e-6, m_intervalHours),
+               i, pumping);
+        moveTo(end, grown, i, pumping);
+        m_now = end;
+        return m_state;
+    }
+
+private:
+    double inflowAt(double hours, std::size_t i) const // within the interval that ends at ordinate i
+    {
+        const double along = hours / m_intervalHours - static_cast<double>(i - 1);
+        return m_inflow[i - 1] + along * (m_inflow[i] - m_inflow[i - 1]);
+    }
+    void moveTo(double until, double longest, std::size_t i, double pumping)
+    {
+        const double span = until - m_now, begin = m_now;
+        if (!(span > 1e-9 * m_intervalHours))
+            return;
+        const double steps = std::max(std::ceil(span / longest - 1e-9), 1.0);
+        for (double k = 1; k <= steps; ++k) {
+            const double end = k == steps ? until : begin + span * k / steps;
+            const double net = (inflowAt(m_now, i) + inflowAt(end, i)) / 2 - pumping;
+            m_state = m_stepper.step(m_state, net, end - m_now,
+                                     [&](double e) { return m_opening.outflow(e, end - m_failure); });
+            m_now = end;
+            m_keeper.next(m_state, m_now);
+        }
+    }
+    GrowingBreach m_opening;
+    PoolStepper m_stepper;
+    double m_breachHours, m_intervalHours;
+    std::span<const double> m_inflow;
+    SummaryKeeper& m_keeper;
+    PoolState m_state;
+    double m_now = 0, m_failure = 0;
+};
+
 } // namespace
 
 DamSummary routeDam(const PoolStorage& pool, const PoolOutlets& outlets, const RatingTable& rating,
@@ -187,7 +248,7 @@ DamSummary routeDam(const PoolStorage& pool, const PoolOutlets& outlets, const R
     const auto hoursAt = [&](std::size_t i) { return static_cast<double>(i) * intervalHours; };
     const std::size_t reached = breach ? firstReached(elevation, breach->failElevation) : n;
     keeper.start(stateAt(0), 0);
-    for (std::size_t i = 1; i < std::min(reached, n); ++i)
+    for (std::size_t i = 1; i < reached; ++i)
         keeper.next(stateAt(i), hoursAt(i));
     if (reached == n) {
         keeper.finish();
@@ -199,51 +260,22 @@ DamSummary routeDam(const PoolStorage& pool, const PoolOutlets& outlets, const R
     for (std::size_t i = 0; i + 1 < reached; ++i)
         pumpSet.flowAt(elevation[i]);
     const std::size_t last = reached > 0 ? reached - 1 : 0;
-    PoolState state = stateAt(last);
-    double now = hoursAt(last);
-    double pumping = pumpSet.flowAt(state.elevation);
-    double failure = now;
+    summary.failed = true;
+    summary.failureHours = hoursAt(last);
     if (reached > 0) {
         const double rise = elevation[reached] - elevation[last];
-        failure += intervalHours * (rise > 0 ? (breach->failElevation - elevation[last]) / rise : 1);
+        summary.failureHours += intervalHours * (rise > 0 ? (breach->failElevation - elevation[last]) / rise : 1);
     }
-    summary.failed = true;
-    summary.failureHours = failure;
-
-    const GrowingBreach opening(*breach, outlets, units);
-    const PoolStepper stepper(pool, units);
-    const double growing = breach->hours / 50;
-    const double grown = std::min(intervalHours, std::max(growing, intervalHours / 20));
-    const auto inflowAt = [&](double hours, std::size_t i) { // within the interval that ends at ordinate i
-        const double along = (hours - hoursAt(i - 1)) / intervalHours;
-        return in[i - 1] + along * (in[i] - in[i - 1]);
-    };
-    const auto moveTo = [&](double until, double longest, std::size_t i) {
-        const double span = until - now;
-        if (!(span > 1e-9 * intervalHours))
-            return;
-        const auto steps = std::max(std::ceil(span / longest - 1e-9), 1.0);
-        const double begin = now;
-        for (double k = 1; k <= steps; ++k) {
-            const double end = k == steps ? until : begin + span * k / steps;
-            const double net = (inflowAt(now, i) + inflowAt(end, i)) / 2 - pumping;
-            state = stepper.step(state, net, end - now, [&](double e) { return opening.outflow(e, end - failure); });
-            now = end;
-            keeper.next(state, now);
-        }
-    };
+    BreachRun run(pool, outlets, *breach, units, intervalHours, in, keeper);
+    run.start(stateAt(last), hoursAt(last), summary.failureHours);
     for (std::size_t i = last + 1; i < n; ++i) {
-        const double end = hoursAt(i), complete = failure + breach->hours;
-        moveTo(std::min(failure, end), intervalHours, i);
-        moveTo(std::min(complete, end), std::clamp(growing, intervalHours * 1e-6, intervalHours), i);
-        moveTo(end, grown, i);
-        now = end;
+        const double pumping = pumpSet.flowAt(elevation[i - 1]);
+        const PoolState& state = run.advance(i, pumping);
         outflow[i] = state.outflow;
         storage[i] = state.storage;
         elevation[i] = state.elevation;
         if (!pumped.empty())
             pumped[i] = pumping;
-        pumping = pumpSet.flowAt(state.elevation);
     }
     keeper.finish();
     return summary;

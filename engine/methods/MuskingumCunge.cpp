@@ -73,6 +73,60 @@ Grid chooseGrid(double fastest, double length, double intervalSeconds, std::span
     return grid;
 }
 
+/// The flows at the cell ends of a reach, moved on by one internal step after the other.
+class CungeReach
+{
+public:
+    CungeReach(const FlowTable& table, double slope, std::size_t cells, double dx, double dt, double highest)
+        : m_table(table), m_slope(slope), m_dx(dx), m_dt(dt), m_settled(1e-6 * highest), m_nodes(cells + 1)
+    {
+    }
+    /// @param side lateral inflow of each cell.
+    void startSteady(double head, double side)
+    {
+        for (std::size_t k = 0; k < m_nodes.size(); ++k)
+            m_nodes[k] = head + side * static_cast<double>(k);
+    }
+    void step(double headAtEnd, double meanSide)
+    {
+        double in1 = m_nodes[0];
+        double in2 = m_nodes[0] = headAtEnd;
+        for (std::size_t k = 1; k < m_nodes.size(); ++k) {
+            const double out1 = m_nodes[k];
+            m_nodes[k] = std::max(cellOutflow(in1, in2, out1, meanSide), 0.0);
+            in1 = out1;
+            in2 = m_nodes[k];
+        }
+    }
+    double outflow() const { return m_nodes.back(); }
+
+private:
+    /// Outflow of a cell at the end of the step; celerity and width are those of the mean of its four flows.
+    double cellOutflow(double in1, double in2, double out1, double side) const
+    {
+        double out2 = out1 + in2 - in1;
+        for (int round = 0; round < 4; ++round) {
+            const double mean = std::max((in1 + in2 + out1 + std::max(out2, 0.0)) / 4, 0.0);
+            double celerity = 0, width = 0;
+            m_table.at(mean, celerity, width);
+            // Courant number and cell Reynolds number; weights after Ponce and Yevjevich (1978).
+            const double courant = celerity * m_dt / m_dx;
+            const double diffusion = mean / (width * m_slope * celerity * m_dx);
+            const double next = ((courant + 1 - diffusion) * in1 + (courant - 1 + diffusion) * in2 +
+                                 (1 - courant + diffusion) * out1 + 2 * courant * side) /
+                                (1 + courant + diffusion);
+            const bool settled = std::abs(next - out2) <= m_settled;
+            out2 = next;
+            if (settled)
+                break;
+        }
+        return out2;
+    }
+    const FlowTable& m_table;
+    double m_slope, m_dx, m_dt, m_settled;
+    std::vector<double> m_nodes;
+};
+
 } // namespace
 
 MuskingumCungeSteps routeMuskingumCunge(const ChannelFlow& channel, double length, double slope, double intervalHours,
@@ -84,83 +138,52 @@ MuskingumCungeSteps routeMuskingumCunge(const ChannelFlow& channel, double lengt
     require(isPositive(intervalHours), "computation interval is not positive");
     require(inflow.size() == outflow.size(), "inflow and outflow are not equally long");
     require(lateral.empty() || lateral.size() == outflow.size(), "lateral inflow and outflow are not equally long");
-    MuskingumCungeSteps result;
+    const double intervalSeconds = intervalHours * 3600;
+    MuskingumCungeSteps result{intervalSeconds, length, 0, 0};
     if (inflow.empty())
         return result;
+    const auto noteFlow = [&](double flow, double intervals) {
+        if (intervals == 0 || flow > result.peakFlow) {
+            result.peakFlow = flow;
+            result.peakMinutes = intervals * intervalHours * 60;
+        }
+    };
+    const auto sideAt = [&](std::size_t i) { return lateral.empty() ? 0 : std::max(lateral[i], 0.0); };
 
-    const double intervalSeconds = intervalHours * 3600;
     const double lateralPeak = lateral.empty() ? 0 : std::max(*std::max_element(lateral.begin(), lateral.end()), 0.0);
     const double highest = std::max(*std::max_element(inflow.begin(), inflow.end()), 0.0) + lateralPeak;
     if (!(highest > 0)) {
         std::fill(outflow.begin(), outflow.end(), 0.0);
-        result.seconds = intervalSeconds;
-        result.distance = length;
         return result;
     }
     const FlowTable table(channel, highest);
     const Grid grid = chooseGrid(table.fastest(), length, intervalSeconds, inflow);
-    const auto cells = static_cast<std::size_t>(grid.cells);
-    const double dt = intervalSeconds / grid.stepsPerInterval, dx = length / grid.cells;
-    result.seconds = dt;
-    result.distance = dx;
     if (grid.passesThrough) {
         for (std::size_t i = 0; i < inflow.size(); ++i) {
-            outflow[i] = inflow[i] + (lateral.empty() ? 0 : std::max(lateral[i], 0.0));
-            if (i == 0 || outflow[i] > result.peakFlow) {
-                result.peakFlow = outflow[i];
-                result.peakMinutes = static_cast<double>(i) * intervalHours * 60;
-            }
+            outflow[i] = inflow[i] + sideAt(i);
+            noteFlow(outflow[i], static_cast<double>(i));
         }
         return result;
     }
 
-    const auto lateralAt = [&](std::size_t i) { return lateral.empty() ? 0 : std::max(lateral[i], 0.0) / grid.cells; };
-    std::vector<double> nodes(cells + 1); // flow at the cell ends, head of the reach first
-    double head = inflow[0], side = lateralAt(0);
-    for (std::size_t k = 0; k <= cells; ++k)
-        nodes[k] = head + side * static_cast<double>(k);
-    outflow[0] = nodes[cells];
-    result.peakFlow = nodes[cells];
-
+    result.seconds = intervalSeconds / grid.stepsPerInterval;
+    result.distance = length / grid.cells;
+    CungeReach reach(table, slope, static_cast<std::size_t>(grid.cells), result.distance, result.seconds, highest);
+    double head = inflow[0], side = sideAt(0) / grid.cells;
+    reach.startSteady(head, side);
+    outflow[0] = reach.outflow();
+    noteFlow(outflow[0], 0);
     for (std::size_t i = 1; i < inflow.size(); ++i) {
-        const double headEnd = inflow[i], sideEnd = lateralAt(i);
+        const double headEnd = inflow[i], sideEnd = sideAt(i) / grid.cells;
         for (int s = 1; s <= grid.stepsPerInterval; ++s) {
             const double along = static_cast<double>(s) / grid.stepsPerInterval;
-            const double half = 0.5 / grid.stepsPerInterval;
-            const double cellSide =
-                side + (along - half) * (sideEnd - side); // mean lateral inflow of a cell in the step
-            double in1 = nodes[0];
-            double in2 = nodes[0] = head + along * (headEnd - head);
-            for (std::size_t k = 1; k <= cells; ++k) {
-                const double out1 = nodes[k];
-                double out2 = out1 + in2 - in1;
-                for (int round = 0; round < 4; ++round) {
-                    const double mean = (in1 + in2 + out1 + std::max(out2, 0.0)) / 4;
-                    double celerity = 0, width = 0;
-                    table.at(mean, celerity, width);
-                    // Courant number and cell Reynolds number; weights after Ponce and Yevjevich (1978).
-                    const double courant = celerity * dt / dx;
-                    const double diffusion = std::max(mean, 0.0) / (width * slope * celerity * dx);
-                    const double next = ((courant + 1 - diffusion) * in1 + (courant - 1 + diffusion) * in2 +
-                                         (1 - courant + diffusion) * out1 + 2 * courant * cellSide) /
-                                        (1 + courant + diffusion);
-                    const bool settled = std::abs(next - out2) <= 1e-6 * highest;
-                    out2 = next;
-                    if (settled)
-                        break;
-                }
-                nodes[k] = std::max(out2, 0.0);
-                in1 = out1;
-                in2 = nodes[k];
-            }
-            if (nodes[cells] > result.peakFlow) {
-                result.peakFlow = nodes[cells];
-                result.peakMinutes = (static_cast<double>(i - 1) + along) * intervalHours * 60;
-            }
+            const double middle = along - 0.5 / grid.stepsPerInterval;
+            reach.step(head + along * (headEnd - head), side + middle * (sideEnd - side));
+            noteFlow(reach.outflow(), static_cast<double>(i - 1) + along);
         }
         head = headEnd;
         side = sideEnd;
-        outflow[i] = nodes[cells];
+        outflow[i] = reach.outflow();
     }
     return result;
 }
