@@ -107,15 +107,13 @@ public:
         writeBanner(m_report, m_stamp, true);
 
         DeckReader deck(std::move(*bytes));
-        bool any = false;
         while (m_end == EngineEnd::Normal) {
             Diagnostics diagnostics;
             std::optional<JobCards> cards = deck.next(diagnostics);
-            if (!cards || (any && !isJob(*cards)))
+            if (!cards || (m_jobs > 0 && !isJob(*cards)))
                 break;
-            if (any) // of a second job; the first one's stands on the title page
+            if (m_jobs > 0) // of a second job; the first one's stands on the title page
                 writeBanner(m_report, m_stamp, false);
-            any = true;
             try {
                 runJob(*cards, diagnostics);
             } catch (const std::invalid_argument& unsound) {
@@ -125,8 +123,9 @@ public:
                 diagnostics.error(ErrorNumber::JobTooLarge, nullptr, "");
                 stop(diagnostics);
             }
+            ++m_jobs;
         }
-        if (!any)
+        if (m_jobs == 0)
             reportEmptyDeck();
         if (m_end == EngineEnd::Normal)
             m_report.line().line().line(kNormalEnd).line();
@@ -169,11 +168,11 @@ private:
                                         [](const Station& station) { return station.save.unit == 22; });
         DetailsFile details(job);
         PoolFile pools(job);
-        if (!tape21.open())
+        if (!tape21.open(m_jobs > 0))
             return failed("TAPE21");
-        if (second && !tape22.open())
+        if (second && !tape22.open(m_jobs > 0))
             return failed("TAPE22");
-        if (!m_files.details.empty() && !details.open(m_files.details))
+        if (!m_files.details.empty() && !details.open(m_files.details, m_jobs > 0))
             return failed(m_files.details);
         if (!writeConicTables(job))
             return failed(kConicName);
@@ -231,6 +230,7 @@ private:
     std::ostream& m_talk;
     const RunStamp m_stamp = runStampNow();
     TextWriter m_report, m_echo;
+    int m_jobs = 0; ///< computed so far
     EngineEnd m_end = EngineEnd::Normal;
 };
 

@@ -23,11 +23,12 @@ std::string csvField(std::string_view text)
 
 } // namespace
 
-bool DetailsFile::open(const std::string& path)
+bool DetailsFile::open(const std::string& path, bool append)
 {
-    if (!m_out.open(path))
+    if (!m_out.open(path, append))
         return false;
-    m_out.line("station,plan,ratio,jd,quantity,x,value,unit");
+    if (!append)
+        m_out.line("station,plan,ratio,jd,quantity,x,value,unit");
     return true;
 }
 
@@ -101,7 +102,7 @@ void PoolFile::record(const Station& station, const Result& result)
     const auto* storage = routing != nullptr ? std::get_if<StorageRouting>(&routing->how) : nullptr;
     if (storage == nullptr || !storage->outlets.dam || result.stage.empty() || result.role != ResultRole::Main)
         return;
-    if (!m_out.isOpen() && (m_out.failed() || !m_out.open(kName)))
+    if (!m_out.isOpen() && (m_out.failed() || !m_out.open(kName, true)))
         return;
     // Readers cut the station from the seven characters ahead of "LOW AREA=" and the number behind the word RATIO.
     m_out.text(" STATION ").left(station.name.substr(0, 6), 6).text(" LOW AREA=");
@@ -136,7 +137,7 @@ bool writeConicTables(const Job& job)
             const auto* storage = routing != nullptr ? std::get_if<StorageRouting>(&routing->how) : nullptr;
             if (storage == nullptr || storage->areas.empty() || !done.insert(&step).second)
                 continue;
-            if (!out.isOpen() && !out.open(kConicName))
+            if (!out.isOpen() && !out.open(kConicName, true))
                 return false;
             out.text(" STATION ").left(station.name, 8).text("PLAN").integer(static_cast<long>(plan) + 1, 3);
             out.line("  STORAGE COMPUTED FROM SURFACE AREAS BY THE CONIC METHOD").line();

@@ -13,7 +13,7 @@ class DetailsFile
 {
 public:
     explicit DetailsFile(const Job& job) : m_job(job) {}
-    bool open(const std::string& path);
+    bool open(const std::string& path, bool append);
     bool isOpen() const { return m_out.isOpen(); }
     void begin(const Station& station);
     void record(const Station& station, const Result& result);

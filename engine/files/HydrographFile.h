@@ -16,7 +16,8 @@ class HydrographFile
 public:
     HydrographFile(const Job& job, int unit) : m_job(job), m_unit(unit) {}
 
-    bool open() { return m_out.open("TAPE" + std::to_string(m_unit)); }
+    /// @param append the jobs of one deck save into one file.
+    bool open(bool append) { return m_out.open("TAPE" + std::to_string(m_unit), append); }
     bool isOpen() const { return m_out.isOpen(); }
     void begin(const Station& station);
     void record(const Station& station, const Result& result);

@@ -85,13 +85,13 @@ TextWriter::~TextWriter()
         close();
 }
 
-bool TextWriter::open(const std::string& path)
+bool TextWriter::open(const std::string& path, bool append)
 {
     m_path = path;
     m_failed = false;
     m_flushed = 0;
     m_buffer.clear();
-    m_file.reset(std::fopen(path.c_str(), "wb"));
+    m_file.reset(std::fopen(path.c_str(), append ? "ab" : "wb"));
     m_failed = m_file == nullptr;
     if (m_file)
         std::setvbuf(m_file.get(), nullptr, _IONBF, 0);

@@ -20,8 +20,8 @@ public:
     TextWriter& operator=(const TextWriter&) = delete;
     ~TextWriter();
 
-    /// Makes the file empty. @return false when it cannot be written.
-    bool open(const std::string& path);
+    /// Makes the file empty, or goes on behind what is in it. @return false when it cannot be written.
+    bool open(const std::string& path, bool append = false);
     bool isOpen() const { return m_file != nullptr; }
     /// Writes what is left. @return false when any write has failed.
     bool close();

@@ -31,11 +31,18 @@ private:
     {
         std::vector<double> rain, loss, excess, secondExcess, baseFlow, inflow, storage, stage, diverted, pumped;
     };
+    /// A runoff hydrograph before a ratio of flows is applied.
+    struct Unscaled
+    {
+        std::vector<double> flow, baseFlow;
+        WaterBalance balance;
+        void keep(std::span<const double> total, std::span<const double> base, const WaterBalance& water);
+    };
     void compute(const Station& station, std::size_t plan);
     void runoff(const Station& station, const RunoffInput& input, Result& result);
     void runoffHydrograph(const RunoffInput& input, const RainInput& rain, double ratio,
                           std::span<const double> upstream, std::span<double> flow, Result& result);
-    void scaleRunoff(double ratio, std::span<double> flow, WaterBalance& balance);
+    void copyRunoff(double ratio, const Unscaled& unscaled, std::span<double> flow, WaterBalance& balance);
     void givenFlow(const Station& station, const GivenFlow& input, Result& result);
     void scaledCopy(const Station& station, const ScaledCopy& input, Result& result);
     void route(const Station& station, const Routing& routing, Result& result);

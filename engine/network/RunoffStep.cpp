@@ -30,6 +30,7 @@ void NetworkRun::runoff(const Station& station, const RunoffInput& input, Result
     Branch out = fresh(input.area + (upstream ? upstream->area : 0));
     result.area = out.area;
     result.unitGraph = input.unitGraph.get();
+    Unscaled unscaled;
     for (std::size_t index = 0; index < m_job.hydrographsPerPlan(); ++index) {
         place(result, index);
         const RainInput& rain = m_job.storms.empty() ? *input.rain : m_job.storms[result.storm].rain;
@@ -37,11 +38,20 @@ void NetworkRun::runoff(const Station& station, const RunoffInput& input, Result
         const std::span<double> flow = hydrograph(out, index);
         const std::span<const double> from = upstream ? hydrograph(*upstream, index) : std::span<const double>{};
         const bool onFlow = !m_job.ratiosOnRain && ratio != 1;
+        if (!m_job.ratiosOnRain && !input.takesUpstream && index > 0 && m_job.storms.empty()) {
+            // The flows of another ratio are there: no need to work the storm again.
+            copyRunoff(ratio, unscaled, flow, result.balance);
+            result.flow = flow;
+            tell(station, result);
+            continue;
+        }
         runoffHydrograph(input, rain, m_job.ratiosOnRain ? ratio : 1, from, flow, result);
         if (onFlow && input.takesUpstream)
             warnOnce(station, "FLOW RATIOS DO NOT APPLY TO A SUBBASIN THAT ROUTES ITS UPSTREAM FLOW");
-        else if (onFlow)
-            scaleRunoff(ratio, flow, result.balance);
+        else if (!m_job.ratiosOnRain) {
+            unscaled.keep(flow, m_s.baseFlow, result.balance);
+            copyRunoff(ratio, unscaled, flow, result.balance);
+        }
         result.flow = flow;
         tell(station, result);
         interpolate(station, result, out);
@@ -51,13 +61,21 @@ void NetworkRun::runoff(const Station& station, const RunoffInput& input, Result
     push(std::move(out));
 }
 
-// A ratio of flows multiplies the hydrograph, base flow and all; rain and losses stay those of the storm.
-void NetworkRun::scaleRunoff(double ratio, std::span<double> flow, WaterBalance& balance)
+void NetworkRun::Unscaled::keep(std::span<const double> total, std::span<const double> base, const WaterBalance& water)
 {
-    for (double& q : flow)
-        q *= ratio;
-    for (double& q : m_s.baseFlow)
-        q *= ratio;
+    flow.assign(total.begin(), total.end());
+    baseFlow.assign(base.begin(), base.end());
+    balance = water;
+}
+
+// A ratio of flows multiplies the hydrograph, base flow and all; rain and losses stay those of the storm.
+void NetworkRun::copyRunoff(double ratio, const Unscaled& unscaled, std::span<double> flow, WaterBalance& balance)
+{
+    for (std::size_t i = 0; i < m_n; ++i)
+        flow[i] = ratio * unscaled.flow[i];
+    for (std::size_t i = 0; i < m_n; ++i)
+        m_s.baseFlow[i] = ratio * unscaled.baseFlow[i];
+    balance = unscaled.balance;
     for (double* part : {&balance.excess, &balance.baseFlow, &balance.storageChange})
         *part *= ratio;
 }

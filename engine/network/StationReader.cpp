@@ -2,6 +2,7 @@
 #include "engine/network/JobReader.h"
 
 #include <algorithm>
+#include <cmath>
 #include <set>
 
 namespace hec1 {
@@ -9,6 +10,9 @@ namespace hec1 {
 namespace {
 
 using enum ErrorNumber;
+
+// Systems promise memory that they do not have, and end whoever uses it: a job that would need more is told so first.
+constexpr double kMostBytes = 4e9;
 
 } // namespace
 
@@ -418,8 +422,9 @@ void JobReader::checkStack()
             if (step->card == nullptr)
                 return;
     const std::size_t errorsBefore = m_diagnostics.errors().size();
+    double most = 0; // hydrographs kept at one time, of all plans
     for (std::size_t plan = 0; plan < static_cast<std::size_t>(m_job.planCount); ++plan) {
-        int waiting = 0;
+        int waiting = 0, deepest = 0;
         std::set<std::string, std::less<>> stored, seen;
         for (const Station& station : m_job.stations) {
             const Step& step = *station.plans[plan];
@@ -454,7 +459,9 @@ void JobReader::checkStack()
                 ++waiting;
             }
             seen.insert(station.name);
+            deepest = std::max(deepest, waiting + static_cast<int>(stored.size()));
         }
+        most += deepest;
         if (waiting > 1)
             m_diagnostics.warn(nullptr, std::to_string(waiting) +
                                             " HYDROGRAPHS ARE LEFT AT THE END OF THE STREAM NETWORK: ONE OR MORE WERE "
@@ -462,6 +469,9 @@ void JobReader::checkStack()
         if (m_diagnostics.errors().size() > errorsBefore) // other plans would repeat them
             return;
     }
+    const double bytes = most * static_cast<double>(m_job.hydrographsPerPlan() * m_job.time.ordinates) * sizeof(double);
+    if (bytes > kMostBytes)
+        m_diagnostics.error(JobTooLarge, nullptr, shortNumber(std::floor(bytes / 1e6)) + " MEGABYTES");
 }
 
 void JobReader::warnOfSharedNames()

@@ -145,7 +145,13 @@ void StationReport::unitGraph(const Station& station, const Result& result)
         m_out.spaces(40).text("SNYDER  TP=").fixed(graph.lagHours, 7, 2).text(" HR,    CP=").fixed(graph.peaking, 7, 2);
         m_out.line().line();
     }
-    std::size_t shown = std::min(graph.ordinates.size(), m_job.time.ordinates);
+    if (const auto* runoff = std::get_if<RunoffInput>(&result.step->what)) {
+        const TransformInput& transform = *runoff->transform;
+        if (transform.timeArea.empty() &&
+            (transform.kind == TransformKind::Clark || transform.kind == TransformKind::Snyder))
+            m_out.spaces(40).line("SYNTHETIC ACCUMULATED-AREA VS. TIME CURVE WILL BE USED").line();
+    }
+    const std::size_t shown = std::min(graph.ordinates.size(), m_job.time.ordinates);
     m_out.spaces(59).line("***").line();
     m_out.spaces(59).line("UNIT HYDROGRAPH");
     m_out.spaces(48).integer(static_cast<long>(graph.ordinates.size()), 6).text(" END-OF-PERIOD ORDINATES, VOLUME =");
@@ -254,7 +260,7 @@ void StationReport::runoffTable(const Result& result)
     };
     for (std::size_t i = 0; i < half; ++i) {
         group(i);
-        m_out.spaces(7).text("*");
+        m_out.spaces(8).text("*");
         if (half + i < n)
             group(half + i);
         m_out.line();
