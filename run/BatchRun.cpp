@@ -325,6 +325,9 @@ void BatchRun::plot()
                                : QStringLiteral("%1 decks").arg(m_options.decks.size())};
     start.workingFolder = m_plotFolder->path();
     start.outputFile = QStringLiteral("talk.txt");
+    // Without one a program with windows makes a folder for its sockets in the place for temporary files, and leaves it.
+    if (!qEnvironmentVariableIsSet("XDG_RUNTIME_DIR"))
+        qputenv("XDG_RUNTIME_DIR", m_plotFolder->path().toLocal8Bit());
     const std::unique_ptr<ChildProcess> process = m_surroundings.newProcess();
     const ProcessEnd end = process->run(start);
     if (end.kind == ProcessEnd::Kind::Exited && end.exitCode == 0)
