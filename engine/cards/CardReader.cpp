@@ -176,7 +176,8 @@ std::optional<JobCards> DeckReader::next(Diagnostics& diagnostics)
     m_economics = false;
     m_number = 0;
     m_lastId = {};
-    job.cards.reserve((m_bytes.size() - std::min(m_at, m_bytes.size())) / 64 + 16);
+    const auto rest = m_bytes.begin() + static_cast<std::ptrdiff_t>(std::min(m_at, m_bytes.size()));
+    job.cards.reserve(static_cast<std::size_t>(std::count(rest, m_bytes.end(), '\n')) + 1);
     while (m_at < m_bytes.size() && !job.ended) {
         const std::string_view line = takeLine();
         if (line.empty())
@@ -218,8 +219,9 @@ void DeckReader::readDirective(std::string_view line, JobCards& job, Diagnostics
         diagnostics.warn(&job.cards.back(), "NOT A COMMAND: TAKEN AS A COMMENT");
 }
 
-void DeckReader::finish(Card card, JobCards& job, Diagnostics& diagnostics)
+void DeckReader::finish(JobCards& job, Diagnostics& diagnostics)
 {
+    Card& card = job.cards.back();
     card.def = findCard(card.id);
     card.line = m_line;
     card.number = ++m_number;
@@ -231,40 +233,38 @@ void DeckReader::finish(Card card, JobCards& job, Diagnostics& diagnostics)
     for (int i = 10; i > 0 && card.count == 0; --i)
         if (card.has(i))
             card.count = i;
-    job.cards.push_back(card);
-    Card& kept = job.cards.back();
-    if (kept.def == nullptr) {
-        diagnostics.error(ErrorNumber::UnknownCard, &kept, "");
+    if (card.def == nullptr) {
+        diagnostics.error(ErrorNumber::UnknownCard, &card, "");
         return;
     }
-    job.ended = job.ended || kept.is("ZZ");
+    job.ended = job.ended || card.is("ZZ");
     // Damage cards share identifiers with others and are passed over whole.
-    if (kept.def->layout == CardLayout::Fields || kept.def->layout == CardLayout::Values)
+    if (card.def->layout == CardLayout::Fields || card.def->layout == CardLayout::Values)
         if (!m_economics)
-            readNumbers(kept, diagnostics);
+            readNumbers(card, diagnostics);
 }
 
 void DeckReader::readFixed(std::string_view line, JobCards& job, Diagnostics& diagnostics)
 {
-    Card card;
-    card.image = rightTrimmed(columns(line, 0, kColumns));
-    if (trimmed(card.image).empty())
+    std::string_view image = rightTrimmed(columns(line, 0, kColumns));
+    if (trimmed(image).empty())
         return;
-    const bool tab = card.image.find('\t') != std::string_view::npos;
+    const bool tab = image.find('\t') != std::string_view::npos;
     if (tab) {
-        std::string spaced(card.image);
+        std::string spaced(image);
         std::replace(spaced.begin(), spaced.end(), '\t', ' ');
-        card.image = keep(std::move(spaced));
+        image = keep(std::move(spaced));
     }
-    const std::string_view id = columns(card.image, 0, 2);
+    Card& card = job.cards.emplace_back();
+    card.image = image;
+    const std::string_view id = columns(image, 0, 2);
     // A blank identifier goes on with the card before it.
     card.id = trimmed(id).empty() && !m_lastId.empty() ? m_lastId : keepId(id);
-    for (std::size_t i = 0; i < 10; ++i)
-        card.fields[i] = trimmed(columns(card.image, i == 0 ? 2 : 8 * i, 8 * i + 8));
-    finish(card, job, diagnostics);
-    const Card& kept = job.cards.back();
-    if (tab && kept.def != nullptr && kept.def->layout != CardLayout::Text)
-        diagnostics.error(ErrorNumber::TabInCard, &kept, "");
+    for (std::size_t i = 0; i < 10 && (i == 0 || 8 * i < image.size()); ++i)
+        card.fields[i] = trimmed(columns(image, i == 0 ? 2 : 8 * i, 8 * i + 8));
+    finish(job, diagnostics);
+    if (tab && card.def != nullptr && card.def->layout != CardLayout::Text)
+        diagnostics.error(ErrorNumber::TabInCard, &card, "");
 }
 
 void DeckReader::readFree(std::string_view line, JobCards& job, Diagnostics& diagnostics)
@@ -284,7 +284,7 @@ void DeckReader::readFree(std::string_view line, JobCards& job, Diagnostics& dia
     const CardLayout layout = def != nullptr ? def->layout : CardLayout::Text;
 
     if (layout == CardLayout::Text || layout == CardLayout::NameText) {
-        Card card;
+        Card& card = job.cards.emplace_back();
         card.id = cardId;
         std::string image(cardId);
         if (layout == CardLayout::NameText) {
@@ -302,7 +302,7 @@ void DeckReader::readFree(std::string_view line, JobCards& job, Diagnostics& dia
         card.image = keep(std::move(image));
         if (layout == CardLayout::NameText)
             card.fields[0] = trimmed(columns(card.image, 2, 8));
-        finish(card, job, diagnostics);
+        finish(job, diagnostics);
         return;
     }
 
@@ -319,7 +319,7 @@ void DeckReader::readFree(std::string_view line, JobCards& job, Diagnostics& dia
     }
     std::size_t done = 0;
     do {
-        Card card;
+        Card& card = job.cards.emplace_back();
         card.id = cardId;
         const std::size_t n = std::min<std::size_t>(10, words.size() - done);
         std::string image(cardId);
@@ -337,7 +337,7 @@ void DeckReader::readFree(std::string_view line, JobCards& job, Diagnostics& dia
             card.fields[i] = kept.substr(begins[i], sizes[i]);
         card.image = rightTrimmed(kept);
         done += n;
-        finish(card, job, diagnostics);
+        finish(job, diagnostics);
         if (done < words.size() && layout == CardLayout::Fields) {
             diagnostics.error(ErrorNumber::TooManyValues, &job.cards.back(), "MORE THAN TEN FIELDS");
             break;

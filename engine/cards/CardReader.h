@@ -72,7 +72,8 @@ private:
     void readFixed(std::string_view line, JobCards& job, Diagnostics& diagnostics);
     void readFree(std::string_view line, JobCards& job, Diagnostics& diagnostics);
     void readDirective(std::string_view line, JobCards& job, Diagnostics& diagnostics);
-    void finish(Card card, JobCards& job, Diagnostics& diagnostics);
+    /// Makes a card of the last one, whose identifier, image and fields are set.
+    void finish(JobCards& job, Diagnostics& diagnostics);
     std::string_view keep(std::string text);
     std::string_view keepId(std::string_view id);
 

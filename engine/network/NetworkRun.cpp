@@ -31,16 +31,39 @@ double sumOf(std::span<const double> values)
     return (sums[0] + sums[1]) + (sums[2] + sums[3]);
 }
 
-std::size_t firstPeak(std::span<const double> values)
+struct SeriesMarks
 {
-    std::array<double, 4> best{values[0], values[0], values[0], values[0]};
+    double sum;
+    double peak;
+};
+
+// One pass for both; several lanes so that no addition or comparison waits for the one before it.
+SeriesMarks marksOf(std::span<const double> values)
+{
+    constexpr std::size_t kLanes = 8;
+    std::array<double, kLanes> sums{}, best;
+    best.fill(values[0]);
     std::size_t i = 0;
-    for (; i + 4 <= values.size(); i += 4)
-        for (std::size_t k = 0; k < 4; ++k)
-            best[k] = values[i + k] > best[k] ? values[i + k] : best[k];
-    for (; i < values.size(); ++i)
+    for (; i + kLanes <= values.size(); i += kLanes)
+        for (std::size_t k = 0; k < kLanes; ++k) {
+            const double value = values[i + k];
+            sums[k] += value;
+            best[k] = value > best[k] ? value : best[k];
+        }
+    for (; i < values.size(); ++i) {
+        sums[0] += values[i];
         best[0] = std::max(best[0], values[i]);
-    const double peak = std::max(std::max(best[0], best[1]), std::max(best[2], best[3]));
+    }
+    SeriesMarks marks{0, best[0]};
+    for (std::size_t k = 0; k < kLanes; ++k) {
+        marks.sum += sums[k];
+        marks.peak = std::max(marks.peak, best[k]);
+    }
+    return marks;
+}
+
+std::size_t indexOf(std::span<const double> values, double peak)
+{
     return static_cast<std::size_t>(std::find(values.begin(), values.end(), peak) - values.begin());
 }
 
@@ -147,11 +170,14 @@ void NetworkRun::place(Result& result, std::size_t index) const
     result.storm = index % m_job.stormCount();
 }
 
+double NetworkRun::volumeOf(double sum, std::span<const double> flow) const
+{
+    return m_job.units.volumeOf(sum - (flow.front() + flow.back()) / 2, m_hours);
+}
+
 double NetworkRun::volume(std::span<const double> flow) const
 {
-    if (flow.empty())
-        return 0;
-    return m_job.units.volumeOf(sumOf(flow) - (flow.front() + flow.back()) / 2, m_hours);
+    return flow.empty() ? 0 : volumeOf(sumOf(flow), flow);
 }
 
 // The same remark for every ratio would bury the others.
@@ -170,21 +196,20 @@ void NetworkRun::warnOnce(const Station& station, std::string text)
 
 void NetworkRun::tell(const Station& station, Result& result)
 {
-    result.peakAt = firstPeak(result.flow);
-    if (result.peakAt >= m_n) // no ordinate equals the peak: one of them is not a number
-        throw std::range_error("not a number");
-    result.peakFlow = result.flow[result.peakAt];
-    const double total = volume(result.flow);
-    if (!std::isfinite(total))
+    const SeriesMarks marks = marksOf(result.flow);
+    if (!std::isfinite(marks.sum))
         throw std::range_error("not finite");
-    result.balance.outflow = total;
+    result.peakFlow = marks.peak;
+    result.peakAt = indexOf(result.flow, marks.peak);
+    result.balance.outflow = volumeOf(marks.sum, result.flow);
     result.hasStage = false;
     if (!result.stage.empty()) {
         result.hasStage = true;
-        result.stageAt = firstPeak(result.stage);
-        if (result.stageAt >= m_n || !std::isfinite(result.stage[result.stageAt]))
-            throw std::range_error("not a number");
-        result.peakStage = result.stage[result.stageAt];
+        const SeriesMarks stages = marksOf(result.stage);
+        if (!std::isfinite(stages.sum))
+            throw std::range_error("not finite");
+        result.peakStage = stages.peak;
+        result.stageAt = indexOf(result.stage, stages.peak);
     } else if (!result.step->ratingFlow.empty() && result.role != ResultRole::Diverted) {
         result.hasStage = true;
         result.stageAt = result.peakAt;

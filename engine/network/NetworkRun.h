@@ -58,6 +58,7 @@ private:
     void keepIfNamed(const Station& station, std::size_t plan);
     void warnOnce(const Station& station, std::string text);
     double volume(std::span<const double> flow) const;
+    double volumeOf(double sum, std::span<const double> flow) const;
 
     std::vector<Branch>& stack() { return m_stacks[m_plan]; }
     Branch take();

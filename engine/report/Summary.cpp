@@ -10,8 +10,6 @@ namespace hec1 {
 
 namespace {
 
-constexpr std::size_t kRatiosPerLine = 9;
-
 // Small flows need decimals to tell them apart.
 int flowDecimals(double greatest)
 {

@@ -7,8 +7,8 @@
 #include <fstream>
 #include <sstream>
 
-// Whole decks: whatever the bytes, the engine ends normally or says in its report what is wrong. Start it with the sample
-// decks as corpus: deck_fuzz -max_len=8192 -timeout=5 corpus tests/engine/decks
+// Whole decks: whatever the bytes, the engine ends normally or says in its report what is wrong. Start it with the
+// sample decks as corpus: deck_fuzz -max_len=8192 -timeout=5 corpus tests/engine/decks
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     static const bool moved = [] {

@@ -56,8 +56,8 @@ private:
 
     void overwriteField(std::string& line)
     {
-        static const std::vector<std::string> kTexts{"0",     "-1",   "1e9",  "1e-9", ".",     "99999", "-0.5", "1e12",
-                                                     "0.001", "100",  "YES",  "x",    "1e300", "3",     "20",   ""};
+        static const std::vector<std::string> kTexts{"0",     "-1",  "1e9", "1e-9", ".",     "99999", "-0.5", "1e12",
+                                                     "0.001", "100", "YES", "x",    "1e300", "3",     "20",   ""};
         const std::size_t field = pick(10), from = field == 0 ? 2 : 8 * field, width = field == 0 ? 6 : 8;
         const std::string text = kTexts[pick(kTexts.size())];
         line.resize(std::max(line.size(), from + width), ' ');
