@@ -92,6 +92,7 @@ LookCommands::LookCommands(const EditContext& context) : m_context(context), m_g
     commands.add(QStringLiteral("newdefaultmnu"), [this] { newdefaultmnu(); });
     commands.add(QStringLiteral("fontmnu"), [this] { fontmnu(); });
     commands.add(QStringLiteral("mnu_reset"), [this] { mnu_reset(); });
+    commands.add(QStringLiteral("Coloredit"), [this] { m_context.screens.show(m_context.screenName("Form21")); });
 }
 
 // -- Defaults --------------------------------------------------------------------------------------------------------

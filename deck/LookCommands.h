@@ -33,8 +33,9 @@ const char* colorItemText(ColorItem item);
 /// One colour for each item; `Rgb::None` is the palette's own.
 using ItemColors = std::array<Rgb, kColorItems>;
 
-/// Colours and fonts of one page. Adds `mnu_restore`, `newdefaultmnu`, `fontmnu` and `mnu_reset` to the commands. None
-/// of them changes a card, and none of the settings outlives the program.
+/// Colours and fonts of one page. Adds `mnu_restore`, `newdefaultmnu`, `fontmnu`, `mnu_reset` and `Coloredit` (which
+/// shows the screen `Form21`) to the commands. None of them changes a card, and none of the settings outlives the
+/// program.
 ///
 /// The default of every colour is the palette's own, so that a grid looks on a dark desktop as it did at the start. A
 /// cell with default colours has none of its own: it follows those of the grid.

@@ -53,10 +53,7 @@ void NewIDCard::buildControls()
     column->addWidget(Combo1);
     column->addLayout(buttons);
 
-    connect(Combo1, &QComboBox::editTextChanged, this, [this] {
-        if (Combo1->lineEdit()->isModified())
-            followTyping(Combo1->currentText());
-    });
+    connect(Combo1->lineEdit(), &QLineEdit::textEdited, this, &NewIDCard::followTyping);
     connect(Combo1->lineEdit(), &QLineEdit::returnPressed, this, &NewIDCard::identify);
     connect(OKButton, &QPushButton::clicked, this, &NewIDCard::identify);
     connect(CancelButton, &QPushButton::clicked, this, &NewIDCard::reject);
