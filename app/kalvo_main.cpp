@@ -2,6 +2,7 @@
 // The program with the window: wires the real services to the screens, nothing else.
 #include "deck/Form1_MainScreen.h"
 #include "deck/Workspace.h"
+#include "platform/FlexGridView.h"
 #include "platform/QtChildProcess.h"
 #include "platform/QtClipboard.h"
 #include "platform/QtClock.h"
@@ -9,6 +10,7 @@
 #include "platform/QtTextMeasure.h"
 #include "run/RunCommands.h"
 #include "run/frmDebugOutput_DebugScreen.h"
+#include "shell/ColorScreens.h"
 #include "shell/Form3_About.h"
 #include "shell/Theme.h"
 #include "shell/splash_StartScreen.h"
@@ -25,6 +27,7 @@ struct Options
 {
     QString deck;
     bool splash = true;
+    bool untilFirstPaint = false;
 };
 
 Options optionsOf(const QApplication& app)
@@ -36,16 +39,33 @@ Options optionsOf(const QApplication& app)
     const QCommandLineOption noSplash(QStringLiteral("no-splash"),
                                       QStringLiteral("Start without the start screen (also KALVO_NO_SPLASH)."));
     parser.addOption(noSplash);
+    QCommandLineOption untilPaint(QStringLiteral("until-first-paint"));
+    untilPaint.setFlags(QCommandLineOption::HiddenFromHelp); // for measuring the start
+    parser.addOption(untilPaint);
     parser.addPositionalArgument(QStringLiteral("deck"), QStringLiteral("The deck to open."), QStringLiteral("[DECK]"));
     parser.process(app);
     Options options;
     options.splash = !parser.isSet(noSplash) && !qEnvironmentVariableIsSet("KALVO_NO_SPLASH");
+    options.untilFirstPaint = parser.isSet(untilPaint);
     if (!parser.positionalArguments().isEmpty())
         options.deck = parser.positionalArguments().front();
     return options;
 }
 
-/// The columns of the deck are measured in the main screen's font at the grid's size: ten fields fit the standard window.
+/// Ends the program once the grid has been painted.
+class EndAfterPaint : public QObject
+{
+public:
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (event->type() == QEvent::Paint)
+            QMetaObject::invokeMethod(qApp, &QCoreApplication::quit, Qt::QueuedConnection);
+        return false;
+    }
+};
+
+/// The columns of the deck are measured in the main screen's font at the grid's size: ten fields fit the standard
+/// window.
 QFont deckFont()
 {
     QFont font = QApplication::font();
@@ -59,8 +79,9 @@ void addGroups(Workspace& page)
     const auto places = EnginePlaces::ofSystem(page.services.folder, QCoreApplication::applicationDirPath());
     auto run =
         std::make_shared<RunCommands>(page.deck, page.services, page.commands, page.panels, page.screens, places);
-    page.engineText = [places] { return locateEngine(places).described(); };
+    page.engineText = [places] { return QStringLiteral("HEC-1: ") + locateEngine(places).described(); };
     page.keep(std::move(run));
+    registerColorScreens(page.looks, page.editContext);
     page.commands.add(QStringLiteral("about"), [&screens = page.screens] { screens.show(QStringLiteral("Form3")); });
 }
 
@@ -108,6 +129,9 @@ int main(int argc, char* argv[])
         splash().begin(load);
     else
         load();
+    EndAfterPaint endAfterPaint;
+    if (options.untilFirstPaint)
+        form->grid()->viewport()->installEventFilter(&endAfterPaint);
     form->show();
     page.files.opencommandline(options.deck);
     const int status = QApplication::exec();

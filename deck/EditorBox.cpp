@@ -52,7 +52,7 @@ EditorBox::EditorBox(QWidget* parent) : QLineEdit(parent)
 {
     setObjectName(QStringLiteral("Text1"));
     setFrame(false);
-    setTextMargins(2, 0, 2, 0);
+    setTextMargins(2, 1, 2, 0);
     setAlignment(Qt::AlignLeft | Qt::AlignTop); // as high as the cells' own texts
     setAttribute(Qt::WA_OpaquePaintEvent, false);
     setAttribute(Qt::WA_MacShowFocusRect, false);

@@ -50,7 +50,9 @@ Form3::Form3(EngineText engineText, QWidget* parent) : QDialog(parent), m_engine
     buttons->button(QDialogButtonBox::Ok)->setObjectName(QStringLiteral("cmdOK"));
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     layout->addWidget(buttons);
-    setMinimumWidth(420);
+    layout->setSizeConstraint(QLayout::SetFixedSize); // no taller than its words
+    for (QLabel* label : findChildren<QLabel*>())
+        label->setFixedWidth(380);
     Form3::repaintScreen();
 }
 

@@ -144,12 +144,29 @@ TEST_F(Form1Editor, CtrlAloneGivesTheKeyboardToTheGrid)
 
 TEST_F(Form1Editor, TheBoxLeavesTheDecksCombinationsAlone)
 {
-    services.clipboard.setText("CLIP");
+    const std::vector<std::pair<Qt::Key, const char*>> keys = {{Qt::Key_A, "mnu_redo"},
+                                                               {Qt::Key_C, "editcopy"},
+                                                               {Qt::Key_V, "pasteover"},
+                                                               {Qt::Key_X, "editcut"},
+                                                               {Qt::Key_Z, "mnu_undo"}};
     QGuiApplication::clipboard()->setText("CLIP");
+    services.clipboard.setText("CLIP");
     editAt(2, 2);
     type("ab");
-    for (const Qt::Key key : {Qt::Key_A, Qt::Key_C, Qt::Key_V, Qt::Key_X})
+    QStringList ran;
+    for (const auto& [key, name] : keys)
+        page.commands.add(name, [&ran, command = name] { ran << command; });
+    for (const auto& [key, name] : keys) {
+        ran.clear();
+        page.commands.setEnabled(name, true);
+        Text1().setFocus();
         QTest::keyClick(&Text1(), key, Qt::ControlModifier);
+        EXPECT_EQ(ran, QStringList(name));
+        // Nobody has the key now: still it is no key of the box.
+        page.commands.setEnabled(name, false);
+        QKeyEvent event(QEvent::KeyPress, key, Qt::ControlModifier);
+        QCoreApplication::sendEvent(&Text1(), &event);
+    }
     EXPECT_EQ(Text1().text(), "ab");
     EXPECT_FALSE(Text1().hasSelectedText());
     EXPECT_EQ(QGuiApplication::clipboard()->text(), "CLIP");

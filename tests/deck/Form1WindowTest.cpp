@@ -159,19 +159,27 @@ TEST_F(Form1Window, EveryEntryHasACommandBehindItOrIsDisabled)
         SCOPED_TRACE(row.name);
         const QAction& action = entry(row.name);
         EXPECT_TRUE(!action.isEnabled() || page.commands.has(QString::fromLatin1(row.name)));
-        EXPECT_EQ(action.isEnabled(), page.commands.isEnabled(QString::fromLatin1(row.name)));
+        if (action.isVisible()) {
+            EXPECT_EQ(action.isEnabled(), page.commands.isEnabled(QString::fromLatin1(row.name)));
+        }
         alive += action.isEnabled() ? 1 : 0;
     }
     EXPECT_GE(alive, 9);
     for (const ToolButton& button : toolButtons()) {
         SCOPED_TRACE(button.key);
-        EXPECT_EQ(entry(button.key).isEnabled(), page.commands.isEnabled(QString::fromLatin1(button.command)));
+        EXPECT_EQ(entry(button.key).isVisible(), !button.twin);
+        EXPECT_EQ(entry(button.key).isEnabled(),
+                  !button.twin && page.commands.isEnabled(QString::fromLatin1(button.command)));
         EXPECT_FALSE(entry(button.key).icon().isNull());
     }
 }
 
 TEST_F(Form1Window, EveryCommandOfTheStartRunsFromItsEntryAndItsKey)
 {
+    // Something to copy and something to paste, else the entries for that are closed.
+    grid.setTextMatrix(1, 1, "KK");
+    services.clipboard.setText("KK");
+    page.deck.setTextbox();
     // Stands for each command in turn, so that the walk tries the wiring of every entry.
     QStringList ran;
     for (const MenuRow& row : mainMenuRows()) {
