@@ -92,6 +92,8 @@ public:
     /// it is whole.
     QString cutOffFile;
     int undoCount = 1; ///< next undo position, 1 when empty
+    /// The groups of KK cards are coloured: a command that moves cards has to colour them again.
+    bool kkGroupsShown = false;
 
     Services& services() const { return m_services; }
     StatusPanels& panels() const { return m_panels; }

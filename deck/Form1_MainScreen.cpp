@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "deck/Form1_MainScreen.h"
 
+#include "deck/EditMenus.h"
 #include "deck/EditorBox.h"
+#include "deck/MarkScreens.h"
 #include "deck/OldFileManager_RecentFiles.h"
 #include "deck/StatusPanelBar.h"
 #include "platform/FlexGridView.h"
@@ -47,6 +49,8 @@ Form1::Form1(Workspace& page, QWidget* parent) : QMainWindow(parent), m_page(pag
     connectKeys();
     followPage();
     m_page.deck.attachEditBox(this);
+    new EditMenus(*this, m_page);
+    new MarkScreens(*this);
     if (!m_page.isClone())
         OldFileManager::registerIn(m_page.screens, m_page.files.recentFiles(), m_page.services);
 }

@@ -11,8 +11,12 @@ Workspace::Workspace(Services& pageServices, Screens& pageScreens, Workspace* fi
     : m_ownCatalogue(first ? nullptr : std::make_unique<Catalogue>(pageServices)), services(pageServices),
       screens(pageScreens), deck(services, panels), editing(deck),
       files(deck, services, commands, panels, screens, first ? &first->files.recentFiles() : nullptr),
-      undo(deck, services, commands, panels, screens, files), catalogue(first ? first->catalogue : *m_ownCatalogue),
-      m_fieldHelp(catalogue, deck, panels), m_first(first)
+      undo(deck, services, commands, panels, screens, files),
+      editContext{deck,    services, commands, panels,
+                  screens, undo,     editing,  first ? QStringLiteral(" (Clone)") : QString()},
+      rows(editContext), edit(editContext, rows), fit(editContext), audit(editContext), marks(editContext),
+      looks(editContext), catalogue(first ? first->catalogue : *m_ownCatalogue), m_fieldHelp(catalogue, deck, panels),
+      m_first(first)
 {
     editing.setFieldHelp(&m_fieldHelp);
     editing.setRecorder([this] { undo.NewUndoAdd(); });

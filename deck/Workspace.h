@@ -1,10 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "deck/AuditCommands.h"
 #include "deck/Catalogue.h"
 #include "deck/CellEditing.h"
 #include "deck/Deck.h"
+#include "deck/EditCommands.h"
 #include "deck/FileCommands.h"
+#include "deck/FitCommands.h"
+#include "deck/LookCommands.h"
+#include "deck/MarkCommands.h"
+#include "deck/RowCommands.h"
 #include "deck/UndoCommands.h"
 #include "platform/Commands.h"
 #include "platform/Screens.h"
@@ -43,6 +49,13 @@ public:
     CellEditing editing;
     FileCommands files;
     UndoCommands undo;
+    const EditContext editContext;
+    RowCommands rows;
+    EditCommands edit;
+    FitCommands fit;
+    AuditCommands audit;
+    MarkCommands marks;
+    LookCommands looks;
     Catalogue& catalogue; ///< the first page's: its files are read once for all pages
     /// The HEC-1 that a run starts, for a tool tip and the about screen; empty while nobody says.
     std::function<QString()> engineText;
