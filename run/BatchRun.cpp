@@ -152,6 +152,20 @@ int BatchRun::run()
         return m_status;
     const int wanted = m_options.jobs > 0 ? m_options.jobs : QThread::idealThreadCount();
     const int jobs = std::clamp(wanted, 1, static_cast<int>(m_options.decks.size()));
+    if (jobs == 1) {
+        // In this thread: a lone deck shall not wait for another thread to get its turn.
+        connect(this, &BatchRun::deckDone, this, &BatchRun::writeReady);
+        work();
+    } else {
+        workInThreads(jobs);
+    }
+    closeSinks();
+    plot();
+    return m_status;
+}
+
+void BatchRun::workInThreads(int jobs)
+{
     QEventLoop loop;
     connect(this, &BatchRun::deckDone, &loop, [this, &loop] {
         writeReady();
@@ -159,15 +173,11 @@ int BatchRun::run()
             loop.quit();
     });
     std::vector<std::unique_ptr<QThread>> workers;
-    for (int i = 0; i < jobs; ++i) {
+    for (int i = 0; i < jobs; ++i)
         workers.emplace_back(QThread::create([this] { work(); }))->start();
-    }
     loop.exec();
     for (const auto& worker : workers)
         worker->wait();
-    closeSinks();
-    plot();
-    return m_status;
 }
 
 void BatchRun::cancel()
@@ -325,7 +335,8 @@ void BatchRun::plot()
                                : QStringLiteral("%1 decks").arg(m_options.decks.size())};
     start.workingFolder = m_plotFolder->path();
     start.outputFile = QStringLiteral("talk.txt");
-    // Without one a program with windows makes a folder for its sockets in the place for temporary files, and leaves it.
+    // Without one a program with windows makes a folder for its sockets in the place for temporary files, and leaves
+    // it.
     if (!qEnvironmentVariableIsSet("XDG_RUNTIME_DIR"))
         qputenv("XDG_RUNTIME_DIR", m_plotFolder->path().toLocal8Bit());
     const std::unique_ptr<ChildProcess> process = m_surroundings.newProcess();

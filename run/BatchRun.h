@@ -66,6 +66,7 @@ public:
 
 private:
     void work();
+    void workInThreads(int jobs);
     void stopAll();
     bool openSinks();
     void writeReady();
