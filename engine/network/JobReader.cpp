@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/network/JobReader.h"
 
+#include "engine/network/StackCheck.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -49,9 +51,24 @@ Job JobReader::read()
         m_diagnostics.error(EndOfJobMissing, nullptr, "");
     if (m_job.stations.empty())
         m_diagnostics.error(DeckEmpty, nullptr, "THERE IS NO KK CARD");
-    checkStack();
+    if (structureKnown())
+        checkStack(m_job, m_diagnostics);
     warnOfSharedNames();
     return std::move(m_job);
+}
+
+// A card that is not known may have been one that makes a hydrograph, and of two operations in one station either may
+// be the one that was meant: what follows from them would be errors that are none.
+bool JobReader::structureKnown() const
+{
+    for (const Card& card : m_cards.cards)
+        if (card.kind == LineKind::Card && card.def == nullptr)
+            return false;
+    for (const Station& station : m_job.stations)
+        for (const auto& step : station.plans)
+            if (step->card == nullptr)
+                return false;
+    return true;
 }
 
 void JobReader::once(const Card*& slot, const Card& card)

@@ -35,6 +35,7 @@ private:
 
     void readStations(std::size_t from);
     void readStation(std::span<const Card* const> cards);
+    void completePlans(Station& station);
     void readStationCard(std::span<const Card* const> cards, std::size_t& at, StepParts& parts,
                          std::vector<Carried*>& plans, Station& station);
     bool readRainCard(std::span<const Card* const> cards, std::size_t& at, StepParts& parts,
@@ -48,7 +49,7 @@ private:
     std::vector<std::string> namesOn(std::span<const Card* const> cards, std::size_t& at);
     void once(const Card*& slot, const Card& card);
     void once(ValueList& slot, ValueList values);
-    void checkStack();
+    bool structureKnown() const;
     void warnOfSharedNames();
 
     const JobCards& m_cards;

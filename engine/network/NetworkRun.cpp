@@ -356,17 +356,17 @@ void NetworkRun::divert(const Station& station, const Diversion& diversion, Resu
 
 void NetworkRun::retrieve(const Station& station, const Retrieval& retrieval, Result& result)
 {
-    // One name space for both cards: a pumped flow may be fetched by DR as well.
+    // One name space for both cards: a pumped flow may be fetched by DR as well. A plan that does not store the flow
+    // has none to fetch.
     const auto& first = retrieval.pumped ? m_pumped[m_plan] : m_stored[m_plan];
     const auto& second = retrieval.pumped ? m_stored[m_plan] : m_pumped[m_plan];
-    auto from = first.find(retrieval.name);
-    if (from == first.end()) {
-        from = second.find(retrieval.name);
-        if (from == second.end())
-            throw std::invalid_argument("the flow stored under " + retrieval.name + " is not there under this plan");
-    }
     Branch out = fresh(0);
-    std::copy(from->second.flows.begin(), from->second.flows.end(), out.flows.begin());
+    if (const auto from = first.find(retrieval.name); from != first.end())
+        out.flows = from->second.flows;
+    else if (const auto other = second.find(retrieval.name); other != second.end())
+        out.flows = other->second.flows;
+    else
+        std::fill(out.flows.begin(), out.flows.end(), 0.0);
     result.area = 0;
     for (std::size_t index = 0; index < m_job.hydrographsPerPlan(); ++index) {
         place(result, index);

@@ -2,7 +2,6 @@
 #include "engine/network/JobReader.h"
 
 #include <algorithm>
-#include <cmath>
 #include <set>
 
 namespace hec1 {
@@ -10,9 +9,6 @@ namespace hec1 {
 namespace {
 
 using enum ErrorNumber;
-
-// Systems promise memory that they do not have, and end whoever uses it: a job that would need more is told so first.
-constexpr double kMostBytes = 4e9;
 
 } // namespace
 
@@ -92,11 +88,40 @@ void JobReader::readStation(std::span<const Card* const> cards)
         else
             station.plans.push_back(std::make_shared<const Step>(builder.build(*station.kk, mine, m_carried[plan])));
     }
+    completePlans(station);
     const bool computes = std::any_of(station.plans.begin(), station.plans.end(),
                                       [](const auto& step) { return !std::holds_alternative<NoStep>(step->what); });
     if (!computes && !m_diagnostics.hasErrors())
         m_diagnostics.warn(station.kk, "NO CARD OF THE STATION TELLS WHAT TO COMPUTE");
     m_job.stations.push_back(std::move(station));
+}
+
+// A plan that does nothing where another routes or diverts lets the flow pass; so every plan has its hydrograph.
+void JobReader::completePlans(Station& station)
+{
+    const auto idle = [](const std::shared_ptr<const Step>& step) {
+        return std::holds_alternative<NoStep>(step->what) && step->card != nullptr;
+    };
+    const auto busy = std::find_if(station.plans.begin(), station.plans.end(),
+                                   [&](const std::shared_ptr<const Step>& step) { return !idle(step); });
+    if (busy == station.plans.end())
+        return;
+    const bool passes =
+        std::holds_alternative<Routing>((*busy)->what) || std::holds_alternative<Diversion>((*busy)->what);
+    for (std::size_t plan = 0; plan < station.plans.size(); ++plan) {
+        if (!idle(station.plans[plan]))
+            continue;
+        const std::string which = "PLAN " + std::to_string(plan + 1) + " HAS NO CARDS AT STATION " + station.name;
+        if (!passes) {
+            m_diagnostics.error(ValueMissing, station.kk, which);
+            continue;
+        }
+        m_diagnostics.warn(station.kk, which + ": THE HYDROGRAPH PASSES UNCHANGED");
+        Step step;
+        step.what = Routing{};
+        step.card = station.kk;
+        station.plans[plan] = std::make_shared<const Step>(std::move(step));
+    }
 }
 
 void JobReader::readStationCard(std::span<const Card* const> cards, std::size_t& at, StepParts& parts,
@@ -412,68 +437,6 @@ void JobReader::readControl(const Card& card, Station& station)
 }
 
 // Follows the stack of hydrographs through the network without computing, so that all faults of it show at once.
-void JobReader::checkStack()
-{
-    for (const Card& card : m_cards.cards) // a card that is not known may have been one that makes a hydrograph
-        if (card.kind == LineKind::Card && card.def == nullptr)
-            return;
-    for (const Station& station : m_job.stations)
-        for (const auto& step : station.plans)
-            if (step->card == nullptr)
-                return;
-    const std::size_t errorsBefore = m_diagnostics.errors().size();
-    double most = 0; // hydrographs kept at one time, of all plans
-    for (std::size_t plan = 0; plan < static_cast<std::size_t>(m_job.planCount); ++plan) {
-        int waiting = 0, deepest = 0;
-        std::set<std::string, std::less<>> stored, seen;
-        for (const Station& station : m_job.stations) {
-            const Step& step = *station.plans[plan];
-            const auto needs = [&](int count, ErrorNumber number) {
-                if (waiting < count)
-                    m_diagnostics.error(number, step.card,
-                                        "STATION " + station.name + " NEEDS " + std::to_string(count) + ", " +
-                                            std::to_string(waiting) + " WAITING");
-                waiting = std::max(waiting - count, 0) + 1;
-            };
-            if (const auto* runoff = std::get_if<RunoffInput>(&step.what))
-                needs(runoff->takesUpstream ? 1 : 0, NothingToRoute);
-            else if (std::holds_alternative<GivenFlow>(step.what))
-                ++waiting;
-            else if (const auto* copy = std::get_if<ScaledCopy>(&step.what)) {
-                if (!seen.contains(copy->source))
-                    m_diagnostics.error(StationNotFound, step.card, copy->source);
-                ++waiting;
-            } else if (const auto* routing = std::get_if<Routing>(&step.what)) {
-                needs(1, NothingToRoute);
-                if (const auto* storage = std::get_if<StorageRouting>(&routing->how))
-                    if (!storage->pumpName.empty())
-                        stored.insert(storage->pumpName);
-            } else if (const auto* combination = std::get_if<Combination>(&step.what))
-                needs(combination->count, TooFewToCombine);
-            else if (const auto* diversion = std::get_if<Diversion>(&step.what)) {
-                needs(1, NothingToRoute);
-                stored.insert(diversion->name);
-            } else if (const auto* retrieval = std::get_if<Retrieval>(&step.what)) {
-                if (!stored.contains(retrieval->name))
-                    m_diagnostics.error(DiversionNotFound, step.card, retrieval->name);
-                ++waiting;
-            }
-            seen.insert(station.name);
-            deepest = std::max(deepest, waiting + static_cast<int>(stored.size()));
-        }
-        most += deepest;
-        if (waiting > 1)
-            m_diagnostics.warn(nullptr, std::to_string(waiting) +
-                                            " HYDROGRAPHS ARE LEFT AT THE END OF THE STREAM NETWORK: ONE OR MORE WERE "
-                                            "NOT COMBINED");
-        if (m_diagnostics.errors().size() > errorsBefore) // other plans would repeat them
-            return;
-    }
-    const double bytes = most * static_cast<double>(m_job.hydrographsPerPlan() * m_job.time.ordinates) * sizeof(double);
-    if (bytes > kMostBytes)
-        m_diagnostics.error(JobTooLarge, nullptr, shortNumber(std::floor(bytes / 1e6)) + " MEGABYTES");
-}
-
 void JobReader::warnOfSharedNames()
 {
     std::set<std::string, std::less<>> names;

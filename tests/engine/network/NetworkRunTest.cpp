@@ -236,6 +236,22 @@ TEST(NetworkRun, DivertedWaterComesBackWholeWhereItIsFetched)
     EXPECT_LT(outcome.station("D").peak(), outcome.station("A").peak());
 }
 
+TEST(NetworkRun, APlanWithoutCardsWhereAnotherDivertsLetsTheFlowPass)
+{
+    const std::string saved = card("KO", {"", "", "", "", "21"});
+    const std::string stations = subbasin("A") + card("KK", {"D"}) + saved + card("KP", {"2"}) + card("DT", {"AWAY"}) +
+                                 card("DI", {"0", "100", "500"}) + card("DQ", {"0", "0", "300"}) + card("KK", {"F"}) +
+                                 saved + card("DR", {"AWAY"}) + card("KK", {"C"}) + saved + card("HC", {"2"});
+    const EngineOutcome outcome = runDeck(smallDeck(card("JP", {"2"}), stations));
+    ASSERT_EQ(outcome.end, EngineEnd::Normal) << outcome.report;
+    const SavedStation diverted = outcome.station("D");
+    ASSERT_EQ(diverted.records.size(), 2u);
+    EXPECT_EQ(diverted.records[0], outcome.station("A").records[0]);
+    EXPECT_LT(diverted.peak(1), diverted.peak(0));
+    EXPECT_EQ(outcome.station("F").peak(0), 0);
+    EXPECT_GT(outcome.station("F").peak(1), 0);
+}
+
 TEST(NetworkRun, PumpedWaterLeavesThePoolAndComesBackWhereItIsFetched)
 {
     const std::string stations = subbasin("A") + card("KK", {"P"}) + card("KO", {"3"}) +
