@@ -54,7 +54,7 @@ void AuditCommands::resetCursor()
         m_context.grid().setCursor(1, 1);
         m_context.grid().setTopRow(1);
     }
-    Q_EMIT cursorReset();
+    m_context.editing.showField(); // the cell was not entered, so nobody has told it
 }
 
 void AuditCommands::showFinding(int index)

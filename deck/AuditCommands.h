@@ -26,10 +26,6 @@ public:
 
     int numKKCards = 0; ///< rows with a KK card at the last complete audit
 
-Q_SIGNALS:
-    /// The cursor stands on the first card without having entered its cell.
-    void cursorReset();
-
 private:
     void runAudit();
     void resetCursor();

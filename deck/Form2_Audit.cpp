@@ -13,13 +13,19 @@
 
 namespace kalvo {
 
+namespace {
+
+constexpr int kFromEdge = 48; ///< pixels; the status bar stays in view
+
+} // namespace
+
 Form2::Form2(AuditCommands& audit, const EditContext& context, QString name, QWidget* window)
     : m_audit(audit), m_context(context), m_name(std::move(name)), m_window(window)
 {
     setObjectName(QStringLiteral("Form2"));
     setWindowTitle(QStringLiteral(" Audit HEC-1 Input DATA"));
     buildControls();
-    resize(720, 420);
+    resize(640, 300);
     repaintScreen();
 }
 
@@ -36,6 +42,7 @@ void Form2::buildControls()
     List1->setObjectName(QStringLiteral("List1"));
     List1->setUniformItemSizes(true); // a bad deck has a line for each of its cells
     List1->setAlternatingRowColors(true);
+    List1->setSpacing(2);
     List1->installEventFilter(this);
     connect(List1, &QListWidget::itemClicked, this,
             [this](QListWidgetItem* item) { m_audit.showFinding(List1->row(item)); });
@@ -72,9 +79,19 @@ void Form2::repaintScreen()
                            : QString());
 }
 
+/// Low on the right of the main screen: cards and their numbers stay in view beside it.
+void Form2::placeBesideDeck()
+{
+    const QRect main = m_window->frameGeometry();
+    move(main.right() - frameGeometry().width() - kFromEdge, main.bottom() - frameGeometry().height() - kFromEdge);
+}
+
 void Form2::showScreen()
 {
+    const bool first = !isVisible();
     showAbove(*this, m_window);
+    if (first && m_window)
+        placeBesideDeck();
     if (List1->currentRow() < 0 && List1->count() > 0)
         List1->setCurrentRow(0);
     List1->setFocus();

@@ -38,6 +38,7 @@ protected:
 private:
     void buildControls();
     void goToDeck(int index);
+    void placeBesideDeck();
 
     AuditCommands& m_audit;
     EditContext m_context;

@@ -52,7 +52,6 @@ QPoint MarkScreens::currentCell() const
 void MarkScreens::followAudit()
 {
     Workspace& page = m_form.page();
-    connect(&page.audit, &AuditCommands::cursorReset, this, [&page] { page.editing.showField(); });
     connect(&page.screens, &Screens::screenUnloaded, this, [this, &page](const QString& name) {
         if (name == page.editContext.screenName("Form2"))
             m_form.grid()->setFocus(Qt::OtherFocusReason);

@@ -42,7 +42,7 @@ Form21::Form21(const EditContext& context, QString name) : m_context(context), m
     buildSample();
     buildControls();
     repaintScreen();
-    resize(560, 360);
+    resize(560, 290);
 }
 
 void Form21::registerIn(const EditContext& context)

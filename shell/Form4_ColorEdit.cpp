@@ -40,7 +40,7 @@ Form4::Form4(LookCommands& looks, const EditContext& context, QString name)
     setWindowTitle(QStringLiteral("Color Edit"));
     buildControls();
     repaintScreen();
-    resize(480, 440);
+    resize(480, 380);
 }
 
 void Form4::registerIn(LookCommands& looks, const EditContext& context)

@@ -78,7 +78,8 @@ TEST_F(Audited, TrimsToZZStoresTheBoxAndNumbersBeforeItLooks)
     EXPECT_EQ(grid.textMatrix(4, 0), "3");
     EXPECT_EQ(grid.rows(), 6);
     EXPECT_EQ(page.undo.store().undoCount(), levels) << "an audit is no edit";
-    EXPECT_EQ(panel7(), "1 card(s) behind the ZZ card were taken out of the grid");
+    EXPECT_TRUE(panel7().startsWith("1 card(s) behind the ZZ card were taken out of the grid"))
+        << panel7().toStdString();
     EXPECT_EQ(page.audit.numKKCards, 1);
     EXPECT_EQ(grid.row(), 1);
     EXPECT_EQ(grid.col(), 1);
@@ -117,6 +118,7 @@ TEST_F(Audited, GoesToTheCellOfALine)
     grid.setRowHeight(3, 10);
     page.audit.showFinding(0);
     EXPECT_EQ(panel7(), "That row is hidden: Unhide All Rows (Ctrl+U) shows it");
+    page.deck.setEditorActive(false); // or the deck would grow under the cursor
     grid.setRows(2);
     page.audit.showFinding(0);
     EXPECT_EQ(panel7(), "That row is no longer in the deck");

@@ -8,7 +8,6 @@
 #include "tests/support/GridText.h"
 #include "tests/support/ScriptedServices.h"
 
-#include <QAbstractButton>
 #include <QListWidget>
 #include <QPushButton>
 #include <QTabBar>
@@ -36,7 +35,7 @@ struct ColorScreensTest : testing::Test
     void expectNothingCutOff(QWidget* window)
     {
         QApplication::processEvents();
-        for (const QAbstractButton* button : window->findChildren<QAbstractButton*>())
+        for (const QPushButton* button : window->findChildren<QPushButton*>())
             EXPECT_GE(button->width(), button->sizeHint().width()) << button->objectName().toStdString();
     }
 };
