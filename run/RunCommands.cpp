@@ -294,4 +294,12 @@ QString RunCommands::HecErrorText(const QString& number)
         .text(number);
 }
 
+QString RunCommands::getnumords()
+{
+    const OrdinateCount count = findOrdinateCount(RunFolder(m_services.folder).report());
+    if (count.canBeRead && !count.isThere)
+        m_services.dialogs.tell(QStringLiteral("Check IT Card"));
+    return count.text;
+}
+
 } // namespace kalvo

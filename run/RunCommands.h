@@ -54,6 +54,8 @@ public:
     /// `findHecError`: a box with the texts of HEC-1's error lines, or that they are too many; nothing without any.
     void findHecError();
     QString HecErrorText(const QString& number);
+    /// `getnumords`: the number of ordinates out of the last report; empty, and told, when it is not there.
+    QString getnumords();
 
     bool isRunning() const { return m_isBusy; }
     /// Ends a HEC-1 that hangs; the run command then says so. Nothing when none runs.

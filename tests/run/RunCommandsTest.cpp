@@ -327,6 +327,17 @@ TEST_F(RunCommandsTest, LookingForTheNormalEndWithoutAReportChangesNothing)
     EXPECT_TRUE(run->state.hecRanOK);
 }
 
+TEST_F(RunCommandsTest, OrdinatesOfTheLastReport)
+{
+    EXPECT_EQ(run->getnumords(), "") << "without a report: silently";
+    services.put("checky.out", "   NQ   300  NUMBER OF HYDROGRAPH ORDINATES\r\n");
+    EXPECT_EQ(run->getnumords(), "300");
+    services.put("checky.out", kGoodReport);
+    tell(1);
+    EXPECT_EQ(run->getnumords(), "");
+    EXPECT_EQ(told(), QStringList{"Check IT Card"});
+}
+
 // -- In a window, and with the debug screen --------------------------------------------------------------------------
 
 TEST_F(RunCommandsTest, InAWindowItIsJudgedAfterThreeSeconds)
