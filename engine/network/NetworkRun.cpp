@@ -180,6 +180,23 @@ double NetworkRun::volume(std::span<const double> flow) const
     return flow.empty() ? 0 : volumeOf(sumOf(flow), flow);
 }
 
+// Where a method does not tell what it stores, a flood that begins and ends dry must still come out whole; one that
+// only begins dry must not come out greater than it went in.
+double NetworkRun::unexplainedPercent(const Result& result) const
+{
+    constexpr double kDry = 1e-4; // of the peak
+    const WaterBalance& water = result.balance;
+    const double in = water.excess + water.baseFlow + water.inflow - water.taken;
+    if (water.storageKnown || in <= 0)
+        return water.errorPercent();
+    const double dry = kDry * result.peakFlow;
+    const auto dryAt = [&](double flow, double inflow) { return std::fabs(flow) <= dry && std::fabs(inflow) <= dry; };
+    const bool begins = dryAt(result.flow.front(), result.inflow.empty() ? 0 : result.inflow.front());
+    const bool ends = dryAt(result.flow.back(), result.inflow.empty() ? 0 : result.inflow.back());
+    const double missing = 100 * (in - water.outflow) / in;
+    return begins && (ends || missing < 0) ? missing : 0;
+}
+
 // The same remark for every ratio would bury the others.
 void NetworkRun::warnOnce(const Station& station, std::string text)
 {
@@ -216,7 +233,7 @@ void NetworkRun::tell(const Station& station, Result& result)
         result.peakStage =
             methods::interpolateOnwards(result.step->ratingFlow, result.step->ratingStage, result.peakFlow);
     }
-    const double off = result.balance.errorPercent();
+    const double off = unexplainedPercent(result);
     if (std::fabs(off) > kBalancePercent && result.role == ResultRole::Main)
         warnOnce(station, "WATER BALANCE IS OFF: " + shortNumber(std::round(off * 100) / 100) +
                               " PERCENT OF THE INFLOW IS NOT ACCOUNTED FOR");

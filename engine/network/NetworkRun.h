@@ -57,6 +57,7 @@ private:
     void interpolate(const Station& station, Result& result, const Branch& branch);
     void keepIfNamed(const Station& station, std::size_t plan);
     void warnOnce(const Station& station, std::string text);
+    double unexplainedPercent(const Result& result) const;
     double volume(std::span<const double> flow) const;
     double volumeOf(double sum, std::span<const double> flow) const;
 
