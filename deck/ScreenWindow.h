@@ -1,30 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QPushButton>
-#include <QWidget>
-#include <QWindow>
+class QPushButton;
+class QString;
+class QWidget;
 
 namespace kalvo {
 
 /// Shows a screen that the registry owns above its main screen, and gives it the keyboard.
-inline void showAbove(QWidget& screen, const QWidget* window)
-{
-    screen.winId(); // makes the window that the line below needs
-    if (window && window->windowHandle() && screen.windowHandle())
-        screen.windowHandle()->setTransientParent(window->windowHandle());
-    screen.show();
-    screen.raise();
-    screen.activateWindow();
-}
+void showAbove(QWidget& screen, const QWidget* window);
 
 /// A button with its given name that Enter elsewhere does not press.
-inline QPushButton* namedButton(const char* name, const QString& caption, QWidget* parent)
-{
-    auto* made = new QPushButton(caption, parent);
-    made->setObjectName(QString::fromLatin1(name));
-    made->setAutoDefault(false);
-    return made;
-}
+QPushButton* namedButton(const char* name, const QString& caption, QWidget* parent);
 
 } // namespace kalvo

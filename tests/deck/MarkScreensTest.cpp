@@ -277,6 +277,26 @@ TEST_F(MarkKeys, TheKOCardComesByItsKey)
     EXPECT_EQ(panel(7), "KO card added to station SUB1");
 }
 
+TEST_F(MarkKeys, AClonePageHasScreensOfItsOwn)
+{
+    form.setCloneMaker([this](Workspace& first) { return std::make_unique<Workspace>(services, screens, &first); });
+    open(kDeck);
+    entry("mnu_clone").trigger();
+    Workspace& clone = form.clonePage()->page();
+    clone.deck.Grid1.setTextMatrix(1, 1, "KM");
+    clone.deck.Grid1.setTextMatrix(1, 2, "MINE");
+    clone.deck.setTextbox();
+    clone.commands.run("Commententry");
+    EXPECT_FALSE(screens.isLoaded("editcomms"));
+    auto* box = screens.loadAs<editcomms>(clone.editContext.screenName("editcomms"));
+    ASSERT_NE(box, nullptr);
+    EXPECT_EQ(in<QLineEdit>(box, "Text1")->text(), "MINE");
+    in<QPushButton>(box, "Command1")->click();
+    clone.commands.run("mnu_identkkgroups");
+    EXPECT_FALSE(page.deck.kkGroupsShown);
+    EXPECT_EQ(cell(1, 1), "ID");
+}
+
 TEST_F(MarkKeys, TheWindowTakesItsColoursAndTheGridKeepsIts)
 {
     ItemColors colors = page.looks.itemColors();
