@@ -79,6 +79,7 @@ void addGroups(Workspace& page)
     const auto places = EnginePlaces::ofSystem(page.services.folder, QCoreApplication::applicationDirPath());
     auto run =
         std::make_shared<RunCommands>(page.deck, page.services, page.commands, page.panels, page.screens, places);
+    QObject::connect(&run->events, &RunEvents::focusWanted, &page, &Workspace::focusWanted);
     page.engineText = [places] { return QStringLiteral("HEC-1: ") + locateEngine(places).described(); };
     page.keep(std::move(run));
     registerColorScreens(page.looks, page.editContext);

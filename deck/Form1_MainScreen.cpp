@@ -124,6 +124,10 @@ void Form1::followPage()
         if (!isMaximized() && !isFullScreen())
             resize(standardSize());
     });
+    connect(&m_page, &Workspace::focusWanted, this, [this] {
+        activateWindow();
+        (Text1->isHidden() ? static_cast<QWidget*>(Grid1) : Text1)->setFocus();
+    });
     connect(&m_page.panels, &StatusPanels::panelChanged, this, [this](int panel) {
         if (panel == 1)
             showCaption();

@@ -21,7 +21,7 @@ struct PanelShape
 };
 constexpr PanelShape kShapes[StatusPanels::kPanels] = {
     {" mmmmmmmm.dat ", 2}, {"Undo 1000 ", 0}, {"WW Card ", 0},        {" Row 0000 ", 0},
-    {" Field 10 ", 0},       {"WWWWWW", 0},    {"Help and System", 9},
+    {" Field 10 ", 0},     {"WWWWWW", 0},     {"Help and System", 9},
 };
 
 /// Panel 2 tells levels of undo as a picture.
@@ -58,6 +58,7 @@ void StatusPanelBar::buildPanels()
         m_labels.at(static_cast<size_t>(panel - 1)) = label;
         addWidget(label, shape.stretch);
     }
+    m_labels[1]->setGrowsWithText(true); // the message about the system, at start
     m_labels.front()->setElideMode(Qt::ElideMiddle);
     m_labels.back()->setCursor(Qt::PointingHandCursor);
 }

@@ -29,6 +29,8 @@ void StatusPanelLabel::setPlainText(const QString& text)
     m_text = text;
     m_back = QColor();
     m_fore = QColor();
+    if (m_growsWithText)
+        updateGeometry();
     update();
 }
 
@@ -37,6 +39,8 @@ void StatusPanelLabel::setPicture(const QString& text, const QColor& back, const
     m_text = text;
     m_back = back;
     m_fore = fore;
+    if (m_growsWithText)
+        updateGeometry();
     update();
 }
 
@@ -62,7 +66,10 @@ void StatusPanelLabel::setLook(const PanelLook& look)
 
 QSize StatusPanelLabel::sizeHint() const
 {
-    return minimumSizeHint();
+    const QSize least = minimumSizeHint();
+    if (!m_growsWithText || isPicture())
+        return least;
+    return {std::max(least.width(), fontMetrics().horizontalAdvance(Trim(m_text)) + 2 * kMargin + 2), least.height()};
 }
 
 QSize StatusPanelLabel::minimumSizeHint() const

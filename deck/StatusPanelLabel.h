@@ -28,6 +28,8 @@ public:
     QColor pictureTextColor() const { return m_fore; }
     /// The panel is never narrower than this text.
     void setSample(const QString& sample);
+    /// The panel takes the room that its text asks for, where there is any.
+    void setGrowsWithText(bool on) { m_growsWithText = on; }
     void setElideMode(Qt::TextElideMode mode) { m_elide = mode; }
     /// A thin line parts the panel from the one ahead.
     void setLineAhead(bool on) { m_lineAhead = on; }
@@ -55,6 +57,7 @@ private:
     QColor m_fore;
     Qt::TextElideMode m_elide = Qt::ElideRight;
     bool m_lineAhead = false;
+    bool m_growsWithText = false;
 };
 
 } // namespace kalvo

@@ -69,6 +69,10 @@ public:
 
     bool isClone() const { return m_first != nullptr; }
 
+Q_SIGNALS:
+    /// A screen that came up by itself gives the keyboard back to the deck.
+    void focusWanted();
+
 private:
     void addTextSize();
     void followDeck();

@@ -5,6 +5,7 @@
 #include <QFontDatabase>
 #include <QListWidget>
 #include <QMenuBar>
+#include <QStatusBar>
 
 namespace kalvo {
 
@@ -33,6 +34,7 @@ frmDebugOutput::frmDebugOutput(Services& services, QWidget* parent) : QMainWindo
     List1->setSelectionMode(QAbstractItemView::ExtendedSelection);
     List1->setUniformItemSizes(true);
     setCentralWidget(List1);
+    statusBar()->setSizeGripEnabled(false);
     buildMenu();
     resize(760, 420);
     frmDebugOutput::repaintScreen();
@@ -84,6 +86,7 @@ void frmDebugOutput::repaintScreen()
     m_output.read(m_services.folder.file(QString::fromLatin1(kOutputFile)));
     List1->clear();
     List1->addItems(m_output.List1());
+    statusBar()->showMessage(List1->count() == 0 ? tr("HEC-1 wrote nothing to the console.") : QString());
 }
 
 } // namespace kalvo

@@ -7,6 +7,7 @@
 #include <QLinearGradient>
 #include <QPainter>
 #include <QPainterPath>
+#include <QScreen>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -66,6 +67,8 @@ splash::splash(QWidget* parent) : QWidget(parent, Qt::SplashScreen | Qt::Framele
 
 void splash::begin(const std::function<void()>& load)
 {
+    if (const QScreen* at = screen())
+        move(at->availableGeometry().center() - rect().center());
     show();
     waitToTheEnd();
     tell(QStringLiteral("Loading ..."));
@@ -76,10 +79,18 @@ void splash::begin(const std::function<void()>& load)
 
 void splash::waitToTheEnd()
 {
+    if (m_isEnded) // clicked while it came up
+        return;
     QEventLoop loop;
     connect(this, &splash::ended, &loop, &QEventLoop::quit);
     QTimer::singleShot(kStandsMs, &loop, &QEventLoop::quit);
     loop.exec();
+}
+
+void splash::end()
+{
+    m_isEnded = true;
+    Q_EMIT ended();
 }
 
 void splash::tell(const QString& text)
@@ -90,17 +101,17 @@ void splash::tell(const QString& text)
 
 void splash::mousePressEvent(QMouseEvent*)
 {
-    Q_EMIT ended();
+    end();
 }
 
 void splash::keyPressEvent(QKeyEvent*)
 {
-    Q_EMIT ended();
+    end();
 }
 
 void splash::closeEvent(QCloseEvent* event)
 {
-    Q_EMIT ended();
+    end();
     QWidget::closeEvent(event);
 }
 
@@ -114,11 +125,13 @@ void splash::paintEvent(QPaintEvent*)
     painter.fillRect(rect(), water);
     QPainterPath hydrograph;
     const double base = height() - 58.0;
-    hydrograph.moveTo(0, base);
-    for (int x = 0; x <= width(); x += 2)
-        hydrograph.lineTo(x, base - 150.0 * flow(6.0 * x / width()));
-    hydrograph.lineTo(width(), height());
-    hydrograph.lineTo(0, height());
+    const double start = 0.38 * width(); // the words have the left
+    hydrograph.moveTo(-2, base);
+    hydrograph.lineTo(start, base);
+    for (double x = start; x <= width() + 2; x += 2)
+        hydrograph.lineTo(x, base - 150.0 * flow(4.5 * (x - start) / (width() - start)));
+    hydrograph.lineTo(width() + 2, height() + 2);
+    hydrograph.lineTo(-2, height() + 2);
     painter.fillPath(hydrograph, QColor(255, 255, 255, 28));
     painter.setPen(QPen(QColor(255, 255, 255, 90), 1.6));
     painter.drawPath(hydrograph);

@@ -37,9 +37,11 @@ protected:
 
 private:
     void waitToTheEnd();
+    void end();
     void tell(const QString& text);
 
     QLabel* m_state = nullptr;
+    bool m_isEnded = false;
 };
 
 } // namespace kalvo
