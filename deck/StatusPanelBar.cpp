@@ -20,8 +20,13 @@ struct PanelShape
     int stretch;
 };
 constexpr PanelShape kShapes[StatusPanels::kPanels] = {
-    {" mmmmmmmm.dat ", 2}, {"Undo 1000 ", 0}, {"WW Card ", 0},        {" Row 0000 ", 0},
-    {" Field 10 ", 0},     {"WWWWWW", 0},     {"Help and System", 9},
+    {" mmmmm.dat ", 2},
+    {"Undo 1000 ", 0},
+    {"WW Card ", 0},
+    {" Row 0000 ", 0},
+    {" Field 10 ", 0},
+    {"WWWWW", 0},
+    {"Help and System Information", 9},
 };
 
 /// Panel 2 tells levels of undo as a picture.
