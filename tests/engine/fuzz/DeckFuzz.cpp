@@ -11,13 +11,11 @@
 // sample decks as corpus: deck_fuzz -max_len=8192 -timeout=5 corpus tests/engine/decks
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    static const bool moved = [] {
-        const auto folder = std::filesystem::temp_directory_path() / "hec1-fuzz";
-        std::filesystem::create_directories(folder);
-        std::filesystem::current_path(folder);
-        return true;
-    }();
-    (void)moved;
+    // The engine writes into the current folder; the fuzzer reads its corpus from where it was started.
+    const auto home = std::filesystem::current_path();
+    const auto folder = std::filesystem::temp_directory_path() / "hec1-fuzz";
+    std::filesystem::create_directories(folder);
+    std::filesystem::current_path(folder);
     std::ofstream("deck.dat", std::ios::binary)
         .write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
     std::ostringstream talk;
@@ -25,6 +23,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     std::ifstream in("report.out", std::ios::binary);
     std::stringstream report;
     report << in.rdbuf();
+    std::filesystem::current_path(home);
     const bool normal = report.str().find("*** NORMAL END OF HEC-1 ***") != std::string::npos;
     const bool errors = report.str().find("*** HEC1 ERROR") != std::string::npos;
     if ((end == hec1::EngineEnd::Normal && !normal) || (end == hec1::EngineEnd::DeckErrors && !errors))
