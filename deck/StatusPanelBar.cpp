@@ -20,13 +20,13 @@ struct PanelShape
     int stretch;
 };
 constexpr PanelShape kShapes[StatusPanels::kPanels] = {
-    {" mmmmm.dat ", 2},
-    {"Undo 1000 ", 0},
-    {"WW Card ", 0},
-    {" Row 0000 ", 0},
-    {" Field 10 ", 0},
+    {"mmmmm.dat", 2},
+    {"Undo 1000", 0},
+    {"WW Card", 0},
+    {"Row 0000", 0},
+    {"Field 10", 0},
     {"WWWWW", 0},
-    {"Help and System Information", 9},
+    {"Help and System Information.", 9},
 };
 
 /// Panel 2 tells levels of undo as a picture.
