@@ -93,8 +93,10 @@ bool TextWriter::open(const std::string& path, bool append)
     m_buffer.clear();
     m_file.reset(std::fopen(path.c_str(), append ? "ab" : "wb"));
     m_failed = m_file == nullptr;
-    if (m_file)
+    if (m_file) {
         std::setvbuf(m_file.get(), nullptr, _IONBF, 0);
+        m_buffer.reserve(kFlushAt + kFlushAt / 4);
+    }
     return !m_failed;
 }
 

@@ -243,6 +243,7 @@ std::shared_ptr<const UnitGraph> StepBuilder::unitGraph(const Card& kk, const Tr
         m_diagnostics.error(MethodData, transform.card, capitals(fault.what()));
         return graph;
     }
+    graph->ordinates.shrink_to_fit();
     graph->depth = methods::unitGraphDepth(graph->ordinates, area, hours, m_job.units);
     if (std::fabs(graph->depth - 1) > 0.005)
         m_diagnostics.warn(&kk, "THE UNIT GRAPH HOLDS " + shortNumber(std::round(graph->depth * 1e4) / 1e4) +
