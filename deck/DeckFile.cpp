@@ -30,31 +30,6 @@ bool appendText(QByteArray& out, const QString& text)
     return plain;
 }
 
-struct CardNotes
-{
-    bool pushed = false;
-    bool odd = false;
-};
-
-/// One card, cells 1 to 11, without a line end.
-CardNotes appendCard(QByteArray& out, const QStringList& cells)
-{
-    CardNotes notes;
-    const bool padded = !isFreeTextId(cells.value(0));
-    for (qsizetype i = 0; i < cells.size(); ++i) {
-        const QString& cell = cells[i];
-        if (padded) {
-            const qsizetype blanks = fieldWidth(static_cast<int>(i) + 1) - cell.size();
-            notes.pushed = notes.pushed || blanks < 0;
-            if (blanks > 0)
-                out.append(blanks, ' ');
-        }
-        if (!appendText(out, cell))
-            notes.odd = true;
-    }
-    return notes;
-}
-
 QStringList cellsOf(QStringView line)
 {
     QStringList cells;
@@ -70,7 +45,7 @@ QByteArray savedCard(QStringList cells)
     if (!cells.isEmpty())
         cells[0] = trimmedId(cells[0]);
     QByteArray card;
-    appendCard(card, cells);
+    appendCard(card, cells, !isFreeTextId(cells.value(0)));
     return card;
 }
 
@@ -172,7 +147,7 @@ DeckBytes writeDeck(const FlexGrid& grid)
             break;
         }
         const qsizetype start = deck.bytes.size();
-        const CardNotes notes = appendCard(deck.bytes, cells);
+        const CardNotes notes = appendCard(deck.bytes, cells, !isFreeTextId(cells.value(0)));
         if (notes.pushed)
             deck.pushedRows.append(row);
         if (notes.odd)
@@ -182,6 +157,23 @@ DeckBytes writeDeck(const FlexGrid& grid)
         deck.bytes += "\r\n";
     }
     return deck;
+}
+
+CardNotes appendCard(QByteArray& out, const QStringList& cells, bool padded)
+{
+    CardNotes notes;
+    for (qsizetype i = 0; i < cells.size(); ++i) {
+        const QString& cell = cells[i];
+        if (padded) {
+            const qsizetype blanks = fieldWidth(static_cast<int>(i) + 1) - cell.size();
+            notes.pushed = notes.pushed || blanks < 0;
+            if (blanks > 0)
+                out.append(blanks, ' ');
+        }
+        if (!appendText(out, cell))
+            notes.odd = true;
+    }
+    return notes;
 }
 
 QByteArray canonicalDeck(const QStringList& lines)

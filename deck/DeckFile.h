@@ -56,6 +56,15 @@ struct DeckBytes
 /// rows (isFreeTextId) are written cell by cell as they stand. A cell longer than its field is written whole.
 DeckBytes writeDeck(const FlexGrid& grid);
 
+/// What stood out on one card.
+struct CardNotes
+{
+    bool pushed = false; ///< a field longer than its columns
+    bool odd = false;    ///< see DeckBytes::oddRows
+};
+/// One card, cells from column 1 on, without a line end; `padded` right-justifies them in their fields.
+CardNotes appendCard(QByteArray& out, const QStringList& cells, bool padded);
+
 /// The cards of lines as a save would write them, whatever the length of an ID: for comparing decks, and for copies
 /// that must not lose anything. Blank lines at the end are left out.
 QByteArray canonicalDeck(const QStringList& lines);

@@ -3,6 +3,7 @@
 
 #include "deck/EditMenus.h"
 #include "deck/EditorBox.h"
+#include "deck/ImportScreens.h"
 #include "deck/MarkScreens.h"
 #include "deck/OldFileManager_RecentFiles.h"
 #include "deck/StatusPanelBar.h"
@@ -51,8 +52,10 @@ Form1::Form1(Workspace& page, QWidget* parent) : QMainWindow(parent), m_page(pag
     m_page.deck.attachEditBox(this);
     new EditMenus(*this, m_page);
     new MarkScreens(*this);
-    if (!m_page.isClone())
+    if (!m_page.isClone()) {
         OldFileManager::registerIn(m_page.screens, m_page.files.recentFiles(), m_page.services);
+        registerImportScreens(m_page.screens, m_page.imports, *this);
+    }
 }
 
 Form1::~Form1()

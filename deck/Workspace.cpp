@@ -15,8 +15,9 @@ Workspace::Workspace(Services& pageServices, Screens& pageScreens, Workspace* fi
       editContext{deck,    services, commands, panels,
                   screens, undo,     editing,  first ? QStringLiteral(" (Clone)") : QString()},
       rows(editContext), edit(editContext, rows), fit(editContext), audit(editContext), marks(editContext),
-      looks(editContext), catalogue(first ? first->catalogue : *m_ownCatalogue), m_fieldHelp(catalogue, deck, panels),
-      m_first(first)
+      looks(editContext),
+      imports(deck, services, commands, screens, files.recentFiles(), first ? &first->imports : nullptr),
+      catalogue(first ? first->catalogue : *m_ownCatalogue), m_fieldHelp(catalogue, deck, panels), m_first(first)
 {
     editing.setFieldHelp(&m_fieldHelp);
     editing.setRecorder([this] { undo.NewUndoAdd(); });

@@ -8,6 +8,7 @@
 #include "deck/EditCommands.h"
 #include "deck/FileCommands.h"
 #include "deck/FitCommands.h"
+#include "deck/ImportCommands.h"
 #include "deck/LookCommands.h"
 #include "deck/MarkCommands.h"
 #include "deck/RowCommands.h"
@@ -56,6 +57,7 @@ public:
     AuditCommands audit;
     MarkCommands marks;
     LookCommands looks;
+    ImportCommands imports;
     Catalogue& catalogue; ///< the first page's: its files are read once for all pages
     /// The HEC-1 that a run starts, for a tool tip and the about screen; empty while nobody says.
     std::function<QString()> engineText;
