@@ -34,6 +34,10 @@ void NetworkRun::route(const Station& station, const Routing& routing, Result& r
     result.area = out.area;
     if (!m_job.storms.empty())
         m_stagePerStorm.resize(m_job.storms.size() * m_n);
+    const auto* muskingum = routing.channelLoss ? nullptr : std::get_if<MuskingumRouting>(&routing.how);
+    if (muskingum != nullptr)
+        methods::routeMuskingumTogether(in.flows, out.flows, m_n, muskingum->kHours, muskingum->x, muskingum->steps,
+                                        m_hours);
     for (std::size_t index = 0; index < m_job.hydrographsPerPlan(); ++index) {
         place(result, index);
         result.balance = {};
@@ -48,7 +52,10 @@ void NetworkRun::route(const Station& station, const Routing& routing, Result& r
         }
         result.inflow = inflow;
         result.flow = outflow;
-        routeOne(routing, inflow, outflow, result);
+        if (muskingum == nullptr)
+            routeOne(routing, inflow, outflow, result);
+        else
+            result.steps = nullptr;
         if (storage != nullptr && !storage->pumps.empty()) {
             Result off = result;
             off.role = ResultRole::Pumped;

@@ -221,3 +221,21 @@ TEST(MuskingumCunge, SillyReachesGiveFiniteFlows)
 
 } // namespace
 } // namespace hec1::methods::test
+
+TEST(MuskingumTogether, GivesEachHydrographWhatItGetsAlone)
+{
+    for (const int steps : {1, 2, 3})
+        for (const std::size_t count : {1U, 4U, 7U}) {
+            constexpr std::size_t n = 50;
+            std::vector<double> in(count * n), together(count * n), alone(n);
+            for (std::size_t i = 0; i < in.size(); ++i)
+                in[i] = static_cast<double>((i * 7919) % 613);
+            hec1::methods::routeMuskingumTogether(in, together, n, 1.3, .2, steps, .25);
+            for (std::size_t k = 0; k < count; ++k) {
+                hec1::methods::routeMuskingum(std::span(in).subspan(k * n, n), alone, 1.3, .2, steps, .25);
+                for (std::size_t i = 0; i < n; ++i)
+                    ASSERT_EQ(together[k * n + i], alone[i])
+                        << steps << " steps, hydrograph " << k << ", ordinate " << i;
+            }
+        }
+}
