@@ -59,28 +59,37 @@ void routeMuskingum(std::span<const double> inflow, std::span<double> outflow, d
     }
 }
 
+namespace {
+
+/// `kTogether` hydrographs of n values each, one behind the other, through one subreach.
+template <std::size_t kTogether>
+void routeLanes(const double* in, double* out, std::size_t n, const MuskingumWeights& weights)
+{
+    double before[kTogether], q[kTogether];
+    for (std::size_t k = 0; k < kTogether; ++k)
+        out[k * n] = q[k] = before[k] = in[k * n];
+    for (std::size_t i = 1; i < n; ++i)
+        for (std::size_t k = 0; k < kTogether; ++k) {
+            const double now = in[k * n + i];
+            q[k] = weights.first * before[k] + weights.second * now + weights.previous * q[k];
+            before[k] = now;
+            out[k * n + i] = q[k];
+        }
+}
+
+} // namespace
+
 void routeMuskingumTogether(std::span<const double> inflows, std::span<double> outflows, std::size_t ordinates,
                             double kHours, double x, int steps, double intervalHours)
 {
-    constexpr std::size_t kTogether = 4;
     const std::size_t n = ordinates, count = n == 0 ? 0 : outflows.size() / n;
     std::size_t done = 0;
     if (steps == 1) {
-        const auto [first, second, previous] = muskingumWeights(kHours, x, intervalHours);
-        for (; done + kTogether <= count; done += kTogether) {
-            const double* in = inflows.data() + done * n;
-            double* out = outflows.data() + done * n;
-            double before[kTogether], q[kTogether];
-            for (std::size_t k = 0; k < kTogether; ++k)
-                out[k * n] = q[k] = before[k] = in[k * n];
-            for (std::size_t i = 1; i < n; ++i)
-                for (std::size_t k = 0; k < kTogether; ++k) {
-                    const double now = in[k * n + i];
-                    q[k] = first * before[k] + second * now + previous * q[k];
-                    before[k] = now;
-                    out[k * n + i] = q[k];
-                }
-        }
+        const MuskingumWeights weights = muskingumWeights(kHours, x, intervalHours);
+        for (; done + 4 <= count; done += 4)
+            routeLanes<4>(inflows.data() + done * n, outflows.data() + done * n, n, weights);
+        for (; done + 2 <= count; done += 2)
+            routeLanes<2>(inflows.data() + done * n, outflows.data() + done * n, n, weights);
     }
     for (; done < count; ++done)
         routeMuskingum(inflows.subspan(done * n, n), outflows.subspan(done * n, n), kHours, x, steps, intervalHours);
