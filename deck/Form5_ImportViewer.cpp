@@ -27,7 +27,7 @@ Form5::Form5(std::shared_ptr<ImportDeck> deck, Screens& screens, Services& servi
     setCentralWidget(middle);
     buildMenu();
     connect(m_deck.get(), &ImportDeck::imported, this, &Form5::repaintScreen);
-    resize(980, 560);
+    resize(830, 560);
     Form5::repaintScreen();
 }
 

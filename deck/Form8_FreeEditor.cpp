@@ -8,6 +8,7 @@
 #include <QPlainTextEdit>
 #include <QStatusBar>
 #include <QTextDocument>
+#include <QVBoxLayout>
 
 #include <exception>
 
@@ -18,11 +19,15 @@ Form8::Form8(std::shared_ptr<FreeFormatDesk> desk, std::shared_ptr<QTextDocument
 {
     setObjectName(QStringLiteral("Form8"));
     setWindowTitle(QStringLiteral(" Kalvo Free Format Editor"));
-    RichTextBox1 = cardTextBox("RichTextBox1", this);
+    auto* middle = new QWidget(this);
+    RichTextBox1 = cardTextBox("RichTextBox1", middle);
     RichTextBox1->setDocument(m_text.get());
     RichTextBox1->setPlaceholderText(QStringLiteral("Open a free format file, paste one, or type:\n"
                                                     "an ID, then fields parted by commas, blanks or TABs."));
-    setCentralWidget(RichTextBox1);
+    auto* layout = new QVBoxLayout(middle);
+    layout->setContentsMargins(8, 4, 8, 4);
+    layout->addWidget(RichTextBox1);
+    setCentralWidget(middle);
     buildMenu();
     connect(m_text.get(), &QTextDocument::blockCountChanged, this, &Form8::showLength);
     showLength();
@@ -33,7 +38,7 @@ Form8::~Form8()
 {
     // Ahead of the text that it shows, which may go with this screen.
     m_text->disconnect(this);
-    delete RichTextBox1;
+    delete takeCentralWidget();
 }
 
 void Form8::buildMenu()

@@ -127,8 +127,8 @@ void FreeFormatDesk::convert(const QString& text)
                 QStringLiteral("Some of the Data has been translated beyond the allowable columns!\r\r"
                                "Check the Number of Delimiters."));
         if (!cards.longIdRows.isEmpty())
-            m_services.dialogs.warn(QStringLiteral("%1 ID(s) have more than 2 characters, marked in the grid: row(s) "
-                                                   "%2.\r\nPart them from their first field, or the deck cannot be "
+            m_services.dialogs.warn(QStringLiteral("IDs of more than 2 characters, marked in the grid: %1, in row(s) "
+                                                   "%2.\r\nPart each from its first field, or the deck cannot be "
                                                    "saved.")
                                         .arg(cards.longIdRows.size())
                                         .arg(rowList(cards.longIdRows)));

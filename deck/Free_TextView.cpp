@@ -8,7 +8,6 @@
 #include <QAction>
 #include <QLabel>
 #include <QPlainTextEdit>
-#include <QStatusBar>
 #include <QTextDocumentFragment>
 
 #include <algorithm>
@@ -21,6 +20,7 @@ namespace {
 constexpr int kMoreWidth = 400 / kTwipsPerPixel;
 constexpr int kMoreHeight = 1200 / kTwipsPerPixel;
 constexpr int kAbove = 6;
+constexpr int kAdviceGap = 4;
 
 } // namespace
 
@@ -32,13 +32,12 @@ Free::Free(std::shared_ptr<FreeFormatDesk> desk, Screens& screens, QWidget* pare
     auto* middle = new QWidget(this);
     Text1 = cardTextBox("Text1", middle);
     setCentralWidget(middle);
-    auto* advice = new QLabel(QStringLiteral("Text cards (KM, ID, comments) are joined with blanks. There is no *FREE "
-                                             "card, and HEC-1 need not take double blanks for a skipped field."),
-                              this);
-    advice->setObjectName(QStringLiteral("Label1"));
-    advice->setContentsMargins(kMoreWidth / 2, 0, 0, 0);
-    statusBar()->addWidget(advice, 1);
-    statusBar()->setSizeGripEnabled(false);
+    m_advice = new QLabel(QStringLiteral("Text cards (KM, ID, comments) are joined with blanks. There is no *FREE "
+                                         "card, and HEC-1 need not take double blanks for a skipped field."),
+                          middle);
+    m_advice->setObjectName(QStringLiteral("Label1"));
+    m_advice->setWordWrap(true);
+    m_advice->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     buildMenu();
     connect(m_desk.get(), &FreeFormatDesk::delimitedChanged, this, &Free::repaintScreen);
     resize(900, 560);
@@ -70,8 +69,13 @@ void Free::mnu_Copy()
 void Free::resizeEvent(QResizeEvent* event)
 {
     QMainWindow::resizeEvent(event);
-    const int room = centralWidget()->height() - kAbove;
-    Text1->setGeometry(kMoreWidth / 2, kAbove, width() - kMoreWidth, std::min(height() - kMoreHeight, room));
+    const int left = kMoreWidth / 2;
+    const int wide = width() - kMoreWidth;
+    const int room = centralWidget()->height() - kAbove - m_advice->heightForWidth(wide) - 2 * kAdviceGap;
+    const int high = std::min(height() - kMoreHeight, room);
+    Text1->setGeometry(left, kAbove, wide, high);
+    const int below = kAbove + high + kAdviceGap;
+    m_advice->setGeometry(left, below, wide, centralWidget()->height() - below);
 }
 
 void Free::showScreen()

@@ -7,6 +7,7 @@
 
 #include <memory>
 
+class QLabel;
 class QPlainTextEdit;
 
 namespace kalvo {
@@ -36,6 +37,7 @@ private:
     std::shared_ptr<FreeFormatDesk> m_desk;
     Screens& m_screens;
     QPlainTextEdit* Text1 = nullptr;
+    QLabel* m_advice = nullptr;
 };
 
 } // namespace kalvo

@@ -16,7 +16,7 @@ namespace kalvo {
 /// station with its rows in a pale colour of its own, from which rows are copied for the main screen. Its row 0 shows
 /// the column numbers, its column 0 the row numbers.
 ///
-/// A load costs a look at each card; 50,000 cards take some tens of milliseconds.
+/// A load grows linearly with the cards: 5,000 take some 30 ms, 50,000 a quarter of a second.
 class ImportDeck : public QObject
 {
     Q_OBJECT
