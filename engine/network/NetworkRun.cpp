@@ -215,7 +215,8 @@ void NetworkRun::warnOnce(const Station& station, std::string text)
 
 void NetworkRun::tell(const Station& station, Result& result)
 {
-    const SeriesMarks marks = marksOf(result.flow);
+    const bool endsDry = result.drySince > 0 && result.drySince < result.flow.size();
+    const SeriesMarks marks = marksOf(endsDry ? result.flow.first(result.drySince) : result.flow);
     if (!std::isfinite(marks.sum))
         throw std::range_error("not finite");
     result.peakFlow = marks.peak;

@@ -47,6 +47,7 @@ struct Result
     std::size_t plan = 0, ratio = 0, storm = 0; ///< from 0
     double area = 0;
     std::span<const double> flow;
+    std::size_t drySince = 0; ///< where every flow from here on is zero; 0 when nobody knows
     std::span<const double> rain, loss, excess, baseFlow;
     std::span<const double> inflow, storage, stage, diverted, pumped;
     const UnitGraph* unitGraph = nullptr;

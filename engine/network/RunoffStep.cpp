@@ -98,10 +98,13 @@ void NetworkRun::runoffHydrograph(const RunoffInput& input, const RainInput& rai
     const LossInput& loss = *input.loss;
     methods::rainfallExcess(loss.method, loss.imperviousPercent, m_hours, units, wetRain, wetExcess);
 
+    result.drySince = 0;
     double held = 0; // depth that the unit graph has not let go at the end of the run
     if (input.unitGraph) {
         const std::vector<double>& graph = input.unitGraph->ordinates;
         methods::convolve(wetExcess, graph, flow);
+        if (!input.baseFlow && m_job.ratiosOnRain) // a long run after a short storm is mostly zeros
+            result.drySince = wet + graph.size();
         if (wet + graph.size() > m_n && wet > 0) {
             double graphTail = 0, whole = 0;
             std::vector<double> behind(graph.size() + 1, 0.0);
