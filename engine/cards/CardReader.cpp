@@ -38,7 +38,7 @@ std::string_view columns(std::string_view line, std::size_t from, std::size_t to
 // What a field letter promises, in words for a message.
 void readNumber(Card& card, std::size_t i, char kind, Diagnostics& diagnostics)
 {
-    const std::string_view text = card.fields[i];
+    const std::string_view text = card.fields[i].word;
     const int field = static_cast<int>(i) + 1;
     const auto where = [&] {
         return "FIELD " + std::to_string(field) + " (" + std::string(fieldName(*card.def, field)) + "): \"" +
@@ -52,7 +52,7 @@ void readNumber(Card& card, std::size_t i, char kind, Diagnostics& diagnostics)
     } else if (kind == 'i' && (*value != std::floor(*value) || std::fabs(*value) > 1e6)) {
         diagnostics.error(ErrorNumber::OutOfRange, &card, where() + " MUST BE A WHOLE NUMBER OF REASONABLE SIZE");
     } else {
-        card.values[i] = *value;
+        card.fields[i].value = *value;
     }
 }
 
@@ -60,7 +60,7 @@ void readNumbers(Card& card, Diagnostics& diagnostics)
 {
     const std::string_view kinds = card.def->kinds;
     for (std::size_t i = 0; i < static_cast<std::size_t>(card.count); ++i) {
-        if (card.fields[i].empty())
+        if (card.fields[i].word.empty())
             continue;
         if (i >= kinds.size()) {
             diagnostics.warn(&card, "FIELD " + std::to_string(i + 1) + " IS NOT USED");
@@ -230,9 +230,6 @@ void DeckReader::finish(JobCards& job, Diagnostics& diagnostics)
     m_lastId = card.id;
     if (card.is("EC"))
         m_economics = true;
-    for (int i = 10; i > 0 && card.count == 0; --i)
-        if (card.has(i))
-            card.count = i;
     if (card.def == nullptr) {
         diagnostics.error(ErrorNumber::UnknownCard, &card, "");
         return;
@@ -242,6 +239,21 @@ void DeckReader::finish(JobCards& job, Diagnostics& diagnostics)
     if (card.def->layout == CardLayout::Fields || card.def->layout == CardLayout::Values)
         if (!m_economics)
             readNumbers(card, diagnostics);
+}
+
+void DeckReader::keepFields(Card& card, const Words& words)
+{
+    constexpr std::size_t kTogether = 4096;
+    std::size_t count = words.size();
+    while (count > 0 && words[count - 1].empty())
+        --count;
+    if (m_fields.empty() || m_fields.back().size() + count > m_fields.back().capacity())
+        m_fields.emplace_back().reserve(kTogether);
+    std::vector<CardField>& fields = m_fields.back();
+    card.fields = fields.data() + fields.size();
+    card.count = static_cast<int>(count);
+    for (std::size_t i = 0; i < count; ++i)
+        fields.push_back({words[i], 0});
 }
 
 void DeckReader::readFixed(std::string_view line, JobCards& job, Diagnostics& diagnostics)
@@ -260,8 +272,10 @@ void DeckReader::readFixed(std::string_view line, JobCards& job, Diagnostics& di
     const std::string_view id = columns(image, 0, 2);
     // A blank identifier goes on with the card before it.
     card.id = trimmed(id).empty() && !m_lastId.empty() ? m_lastId : keepId(id);
-    for (std::size_t i = 0; i < 10 && (i == 0 || 8 * i < image.size()); ++i)
-        card.fields[i] = trimmed(columns(image, i == 0 ? 2 : 8 * i, 8 * i + 8));
+    Words words;
+    for (std::size_t i = 0; i < words.size() && (i == 0 || 8 * i < image.size()); ++i)
+        words[i] = trimmed(columns(image, i == 0 ? 2 : 8 * i, 8 * i + 8));
+    keepFields(card, words);
     finish(job, diagnostics);
     if (tab && card.def != nullptr && card.def->layout != CardLayout::Text)
         diagnostics.error(ErrorNumber::TabInCard, &card, "");
@@ -301,7 +315,7 @@ void DeckReader::readFree(std::string_view line, JobCards& job, Diagnostics& dia
         image += rest;
         card.image = keep(std::move(image));
         if (layout == CardLayout::NameText)
-            card.fields[0] = trimmed(columns(card.image, 2, 8));
+            keepFields(card, {trimmed(columns(card.image, 2, 8))});
         finish(job, diagnostics);
         return;
     }
@@ -333,8 +347,10 @@ void DeckReader::readFree(std::string_view line, JobCards& job, Diagnostics& dia
             image += word;
         }
         const std::string_view kept = keep(std::move(image));
+        Words fields;
         for (std::size_t i = 0; i < n; ++i)
-            card.fields[i] = kept.substr(begins[i], sizes[i]);
+            fields[i] = kept.substr(begins[i], sizes[i]);
+        keepFields(card, fields);
         card.image = rightTrimmed(kept);
         done += n;
         finish(job, diagnostics);

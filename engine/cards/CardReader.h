@@ -20,26 +20,33 @@ enum class LineKind
     Directive
 };
 
-/// One line of the deck. Texts point into the deck that it was read from.
+/// One field of a card.
+struct CardField
+{
+    std::string_view word; ///< trimmed
+    double value = 0;      ///< of a number field; 0 where blank
+};
+
+/// One line of the deck. Texts and fields point into the reader that it was read by; most cards use one field or three,
+/// so a large deck would be mostly empty fields if each card held its ten.
 struct Card
 {
     LineKind kind = LineKind::Card;
-    const CardDef* def = nullptr;              ///< null for comments, directives and unknown identifiers
-    std::string_view id;                       ///< two letters
-    int line = 0;                              ///< in the file, from 1
-    int number = 0;                            ///< as the listing counts: cards only, from 1
-    bool freeForm = false;                     ///< read under *FREE
-    bool listed = true;                        ///< false between *NOLIST and *LIST
-    std::string_view image;                    ///< columns 1 to 80 in fixed form, without blanks at the end
-    std::array<std::string_view, 10> fields{}; ///< trimmed; element 0 is field 1
-    std::array<double, 10> values{};           ///< of number fields; 0 where blank
-    int count = 0;                             ///< up to the last field that is not blank
+    const CardDef* def = nullptr; ///< null for comments, directives and unknown identifiers
+    std::string_view id;          ///< two letters
+    int line = 0;                 ///< in the file, from 1
+    int number = 0;               ///< as the listing counts: cards only, from 1
+    bool freeForm = false;        ///< read under *FREE
+    bool listed = true;           ///< false between *NOLIST and *LIST
+    std::string_view image;       ///< columns 1 to 80 in fixed form, without blanks at the end
+    CardField* fields = nullptr;  ///< element 0 is field 1
+    int count = 0;                ///< up to the last field that is not blank
 
     bool is(std::string_view which) const { return kind == LineKind::Card && id == which; }
     /// Fields are counted from 1, as on the card.
-    std::string_view word(int field) const { return fields[static_cast<std::size_t>(field - 1)]; }
+    std::string_view word(int field) const { return field <= count ? fields[field - 1].word : std::string_view{}; }
     bool has(int field) const { return !word(field).empty(); }
-    double value(int field) const { return values[static_cast<std::size_t>(field - 1)]; }
+    double value(int field) const { return field <= count ? fields[field - 1].value : 0; }
     int whole(int field) const { return static_cast<int>(value(field)); }
     /// The text of a text card (columns 3 to 80) or the text behind the name (columns 9 to 80).
     std::string_view text() const;
@@ -74,11 +81,14 @@ private:
     void readDirective(std::string_view line, JobCards& job, Diagnostics& diagnostics);
     /// Makes a card of the last one, whose identifier, image and fields are set.
     void finish(JobCards& job, Diagnostics& diagnostics);
+    using Words = std::array<std::string_view, 10>;
+    void keepFields(Card& card, const Words& words);
     std::string_view keep(std::string text);
     std::string_view keepId(std::string_view id);
 
     std::string m_bytes;
     std::deque<std::string> m_kept;
+    std::vector<std::vector<CardField>> m_fields; ///< filled up to their capacity, never beyond it
     std::size_t m_at = 0;
     int m_line = 0;
     int m_number = 0;

@@ -52,8 +52,7 @@ void DetailsFile::begin(const Station& station)
 
 void DetailsFile::rating(const Station& station, std::size_t plan)
 {
-    const auto* routing = std::get_if<Routing>(&station.plans[plan]->what);
-    const auto* storage = routing != nullptr ? std::get_if<StorageRouting>(&routing->how) : nullptr;
+    const StorageRouting* storage = station.plans[plan]->storage();
     if (storage == nullptr || !storage->pool)
         return;
     const methods::RatingTable table = methods::printedRating(*storage->pool, storage->outlets, m_job.units, 0);
@@ -98,8 +97,7 @@ void DetailsFile::record(const Station& station, const Result& result)
 
 void PoolFile::record(const Station& station, const Result& result)
 {
-    const auto* routing = std::get_if<Routing>(&result.step->what);
-    const auto* storage = routing != nullptr ? std::get_if<StorageRouting>(&routing->how) : nullptr;
+    const StorageRouting* storage = result.step->storage();
     if (storage == nullptr || !storage->outlets.dam || result.stage.empty() || result.role != ResultRole::Main)
         return;
     if (!m_out.isOpen() && (m_out.failed() || !m_out.open(kName, true)))
@@ -133,8 +131,7 @@ bool writeConicTables(const Job& job)
         std::set<const Step*> done;
         for (std::size_t plan = 0; plan < station.plans.size(); ++plan) {
             const Step& step = *station.plans[plan];
-            const auto* routing = std::get_if<Routing>(&step.what);
-            const auto* storage = routing != nullptr ? std::get_if<StorageRouting>(&routing->how) : nullptr;
+            const StorageRouting* storage = step.storage();
             if (storage == nullptr || storage->areas.empty() || !done.insert(&step).second)
                 continue;
             if (!out.isOpen() && !out.open(kConicName, true))

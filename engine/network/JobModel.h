@@ -190,7 +190,16 @@ struct NoRouting
 struct Routing
 {
     std::optional<ChannelLossInput> channelLoss;
-    std::variant<NoRouting, MuskingumRouting, LagRouting, StorageRouting, MuskingumCungeRouting, KinematicRouting> how;
+    /// A pool is many times larger than the other kinds, of which a network has more.
+    using Storage = std::shared_ptr<const StorageRouting>;
+    std::variant<NoRouting, MuskingumRouting, LagRouting, Storage, MuskingumCungeRouting, KinematicRouting> how;
+
+    /// Null when this is another kind of routing.
+    const StorageRouting* storage() const
+    {
+        const Storage* pool = std::get_if<Storage>(&how);
+        return pool != nullptr ? pool->get() : nullptr;
+    }
 };
 
 struct Combination
@@ -223,6 +232,13 @@ struct Step
     std::variant<NoStep, RunoffInput, GivenFlow, ScaledCopy, Routing, Combination, Diversion, Retrieval> what;
     std::vector<double> ratingFlow, ratingStage; ///< HQ, HE
     const Card* card = nullptr;                  ///< that decides what is computed
+
+    /// Null when the step does not route through storage.
+    const StorageRouting* storage() const
+    {
+        const auto* routing = std::get_if<Routing>(&what);
+        return routing != nullptr ? routing->storage() : nullptr;
+    }
 };
 
 /// One KK group.

@@ -52,7 +52,7 @@ void StepBuilder::buildRouting(const StepParts& parts, Step& step)
             std::optional<StorageRouting> how = storageRouting(parts);
             if (!how)
                 return;
-            routing.how = std::move(*how);
+            routing.how = std::make_shared<const StorageRouting>(std::move(*how));
         } else if (!parts.channels.empty()) {
             const Card& channel = *parts.channels.front();
             if (parts.channels.size() > 1)

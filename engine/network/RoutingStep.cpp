@@ -28,7 +28,7 @@ void NetworkRun::route(const Station& station, const Routing& routing, Result& r
         return;
     }
     Branch out = fresh(in.area);
-    const auto* storage = std::get_if<StorageRouting>(&routing.how);
+    const StorageRouting* storage = routing.storage();
     const bool stores = storage != nullptr && !storage->pumpName.empty();
     Branch pumped = stores ? fresh(0) : Branch{};
     result.area = out.area;
@@ -95,7 +95,7 @@ void NetworkRun::routeOne(const Routing& routing, std::span<const double> inflow
         methods::routeMuskingum(inflow, outflow, muskingum->kHours, muskingum->x, muskingum->steps, m_hours);
     } else if (const auto* lag = std::get_if<LagRouting>(&routing.how)) {
         methods::routeStraddleStagger(inflow, outflow, lag->steps, lag->averaged, lag->lag);
-    } else if (const auto* storage = std::get_if<StorageRouting>(&routing.how)) {
+    } else if (const StorageRouting* storage = routing.storage()) {
         routeStorage(*storage, inflow, outflow, result);
     } else if (const auto* cunge = std::get_if<MuskingumCungeRouting>(&routing.how)) {
         m_steps =

@@ -22,8 +22,7 @@ std::string storedName(const Step& step)
 {
     if (const auto* diversion = std::get_if<Diversion>(&step.what))
         return diversion->name;
-    const auto* routing = std::get_if<Routing>(&step.what);
-    const auto* storage = routing != nullptr ? std::get_if<StorageRouting>(&routing->how) : nullptr;
+    const StorageRouting* storage = step.storage();
     return storage != nullptr ? storage->pumpName : std::string();
 }
 

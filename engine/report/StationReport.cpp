@@ -329,9 +329,8 @@ void StationReport::result(const Station& station, const Result& result)
     if (m_ratedStep != result.step) {
         m_ratedStep = result.step;
         unitGraph(station, result);
-        if (const auto* routing = std::get_if<Routing>(&result.step->what))
-            if (const auto* storage = std::get_if<StorageRouting>(&routing->how))
-                rating(station, *storage);
+        if (const StorageRouting* storage = result.step->storage())
+            rating(station, *storage);
     }
     heading(station, result);
     if (prints(station, kTables)) {

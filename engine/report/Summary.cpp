@@ -39,6 +39,8 @@ Summary::Entry& Summary::entryOf(const Station& station, const Result& result)
     for (std::size_t i = m_entries.size(); i-- > 0 && m_entries[i].station == &station;)
         if (m_entries[i].role == role)
             return m_entries[i];
+    if (m_entries.empty())
+        m_entries.reserve(m_job.stations.size());
     Entry entry;
     entry.station = &station;
     entry.step = result.step;
@@ -57,8 +59,7 @@ void Summary::add(const Station& station, const Result& result)
     const bool main = result.role == ResultRole::Main;
     if (main && result.dam != nullptr) {
         if (m_dams.empty() || m_dams.back().station != &station || m_dams.back().plan != result.plan) {
-            const auto* routing = std::get_if<Routing>(&result.step->what);
-            m_dams.push_back({&station, std::get_if<StorageRouting>(&routing->how), result.plan, {}});
+            m_dams.push_back({&station, result.step->storage(), result.plan, {}});
         }
         m_dams.back().ratios.push_back(*result.dam);
     }
