@@ -239,11 +239,10 @@ void FileCommands::openhec()
     if (!chosen || chosen->isEmpty())
         return;
     const QString path = absolute(*chosen);
-    if (!QFileInfo::exists(path)) {
-        m_services.dialogs.tell(QStringLiteral("The File: %1 does not Exist!").arg(path));
+    QByteArray bytes;
+    if (!loadable(path, bytes))
         return;
-    }
-    if (!isTextFile(path)) {
+    if (!kalvo::isTextFile(bytes)) {
         m_services.dialogs.message({QStringLiteral("This file is Incompatible with Kalvo!\r"), applicationTitle(),
                                     Icon::Critical, Buttons::OkCancel});
         return;
@@ -290,7 +289,10 @@ void FileCommands::opencommandline(const QString& argument)
 void FileCommands::dropped(const QString& fileName)
 {
     const QString path = absolute(fileName);
-    if (!isTextFile(path)) {
+    QByteArray bytes;
+    if (!loadable(path, bytes))
+        return;
+    if (!kalvo::isTextFile(bytes)) {
         m_services.dialogs.warn(QStringLiteral("The File %1 is Incompatible with HEC-1! ").arg(path));
         return;
     }
@@ -362,17 +364,19 @@ bool FileCommands::saveAs(const FileDialog& asked)
     if (!chosen || chosen->isEmpty())
         return false;
     const QString path = absolute(*chosen);
+    const QString before = m_panels.text(7);
     const SaveOutcome outcome = savefile(path);
+    const QString toldBySave = m_panels.text(7) == before ? QString() : m_panels.text(7);
     if (!outcome.isSaved())
         return false;
     m_deck.currentFilePath = path;
     showName(path);
-    tellAfterSave(outcome);
+    tellAfterSave(outcome, toldBySave);
     return true;
 }
 
 /// What the next Open, or HEC-1, will stumble over; the file is saved all the same.
-void FileCommands::tellAfterSave(const SaveOutcome& outcome)
+void FileCommands::tellAfterSave(const SaveOutcome& outcome, const QString& toldBySave)
 {
     QStringList news;
     if (!outcome.overlongRows.isEmpty())
@@ -385,9 +389,12 @@ void FileCommands::tellAfterSave(const SaveOutcome& outcome)
     if (!news.isEmpty())
         m_services.dialogs.warn(QStringLiteral("The deck is saved, but some of its lines need care.\r\n") +
                                 news.join(QStringLiteral("\r\n")));
-    if (!outcome.pushedRows.isEmpty())
-        m_panels.set(7, QStringLiteral("Fields longer than their columns push the rest of their line: line(s) %1")
-                            .arg(lineNumbers(m_deck.Grid1, outcome.pushedRows)));
+    if (!outcome.pushedRows.isEmpty()) {
+        const QString pushed =
+            QStringLiteral("Fields longer than their columns push the rest of their line: line(s) %1")
+                .arg(lineNumbers(m_deck.Grid1, outcome.pushedRows));
+        m_panels.set(7, toldBySave.isEmpty() ? pushed : pushed + QStringLiteral("; ") + toldBySave);
+    }
 }
 
 // -- Recent files and the end ----------------------------------------------------------------------------------------

@@ -77,7 +77,7 @@ private:
     void tellEffectOfSaving(const QStringList& lines);
     bool openUserDeck(const QString& path);
     bool saveAs(const FileDialog& dialog);
-    void tellAfterSave(const SaveOutcome& outcome);
+    void tellAfterSave(const SaveOutcome& outcome, const QString& toldBySave);
 
     Deck& m_deck;
     Services& m_services;

@@ -3,6 +3,7 @@
 
 #include "run/BatchTables.h"
 #include "run/RunDriver.h"
+#include "run/Tape21Interval.h"
 
 #include <QDir>
 #include <QEventLoop>
@@ -57,6 +58,12 @@ void readHydrographs(const RunFolder& folder, const BatchOptions& options, DeckU
         else
             result = trouble(std::move(result), kFileTrouble, tape.problem->text());
         tape = {}; // half a result is none
+        return;
+    }
+    if (!completeIntervals(tape, folder.report())) {
+        result = trouble(std::move(result), kFileTrouble,
+                         QStringLiteral("neither TAPE21 nor the report tells the time step (NMIN) of the flows"));
+        tape = {};
         return;
     }
     result.hasHydrographs = !tape.records.empty();

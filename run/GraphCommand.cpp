@@ -4,8 +4,10 @@
 #include "platform/CommandGuard.h"
 #include "run/RunFolder.h"
 #include "run/SummaryReport.h"
+#include "run/Tape21Interval.h"
 #include "run/Tape21Tables.h"
 
+#include <algorithm>
 #include <exception>
 
 namespace kalvo {
@@ -64,6 +66,11 @@ bool GraphCommand::readTables()
         m_tables.forget(kGrapher);
         return false;
     }
+    const bool hasWideInterval = std::any_of(tape.stations.begin(), tape.stations.end(),
+                                             [](const Tape21Station& s) { return s.header.isIntervalTooWide; });
+    if (hasWideInterval && !completeIntervals(tape, RunFolder(m_services.folder).report()))
+        m_panels.set(7, QStringLiteral("The time step does not fit into TAPE21 and the report does not tell it: "
+                                       "all times of the tables are 0"));
     const auto problem = fillTables(std::move(tape), m_tables, m_services.measure);
     m_tables.tellChanged();
     if (problem) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "run/RunCommands.h"
 
+#include "deck/DeckFile.h"
 #include "deck/DeckSaving.h"
 #include "platform/CommandGuard.h"
 #include "platform/text.h"
@@ -16,6 +17,8 @@ namespace {
 constexpr int kHelpPanel = 7;
 /// HEC-1 in a window is not waited for: the run command looks at what it has written after so long.
 constexpr int kWindowWaitMs = 3000;
+
+const QString kRunning = QStringLiteral("Running Hec-1");
 
 const QStringList& resultCommands()
 {
@@ -50,6 +53,7 @@ RunCommands::RunCommands(Deck& deck, Services& services, Commands& commands, Sta
       m_places(std::move(places)), m_graph(services, commands, panels, screens, tables, state)
 {
     tables.follow(screens);
+    connect(&deck, &Deck::replaced, this, [this] { m_panels.setToolTip(kHelpPanel, QString()); });
     const auto add = [this](const char* name, void (RunCommands::*body)()) {
         m_commands.add(
             QString::fromLatin1(name), [this, body] { (this->*body)(); }, logRun);
@@ -146,8 +150,10 @@ bool RunCommands::prepare(const QString& noZzText)
         m_services.dialogs.tell(noZzText);
         return false;
     }
-    m_panels.set(kHelpPanel, QStringLiteral("Running Hec-1"));
-    if (!writeDeck()) {
+    m_panels.set(kHelpPanel, kRunning);
+    const bool isWritten = writeDeck();
+    keepNotes();
+    if (!isWritten) {
         m_panels.set(kHelpPanel, QStringLiteral("HEC-1 was not started."));
         return false;
     }
@@ -155,14 +161,32 @@ bool RunCommands::prepare(const QString& noZzText)
     return true;
 }
 
+/// What the writing of the deck told in the panel that is the run's own stays with the panel as its tool tip.
+void RunCommands::keepNotes()
+{
+    QStringList notes;
+    if (const QString told = m_panels.text(kHelpPanel); told != kRunning)
+        notes << told;
+    if (!m_pushedRows.isEmpty())
+        notes << QStringLiteral("Fields longer than their columns push the rest of their line: line(s) %1")
+                     .arg(lineNumbers(m_deck.Grid1, m_pushedRows));
+    m_panels.setToolTip(kHelpPanel, notes.join(QStringLiteral("\n")));
+    m_panels.set(kHelpPanel, kRunning);
+}
+
 bool RunCommands::writeDeck()
 {
+    m_pushedRows.clear();
+    if (!mayWriteFreeFormat(m_deck))
+        return false;
     if (const QString why = RunFolder(m_services.folder).clear(); !why.isEmpty()) {
         m_services.dialogs.warn(QStringLiteral("HEC-1 cannot be run.\r\n") + why);
         return false;
     }
     // Half a deck would run too, and give other hydrographs than the deck on the screen.
-    return mayWriteFreeFormat(m_deck) && savefile(m_deck, QString::fromLatin1(RunFolder::kDeck)).isSaved();
+    const SaveOutcome outcome = savefile(m_deck, QString::fromLatin1(RunFolder::kDeck));
+    m_pushedRows = outcome.pushedRows;
+    return outcome.isSaved();
 }
 
 void RunCommands::readCards()

@@ -68,6 +68,7 @@ private:
     bool prepare(const QString& noZzText);
     void forgetResults();
     bool writeDeck();
+    void keepNotes();
     void readCards();
     RunOutcome start(const RunRequest& request);
     /// Panel 7, `hecRanOK` and the box of error texts.
@@ -84,6 +85,7 @@ private:
     Screens& m_screens;
     EnginePlaces m_places;
     GraphCommand m_graph;
+    QList<int> m_pushedRows; ///< of the deck that was written last, see DeckBytes
     bool m_isBusy = false;
 };
 

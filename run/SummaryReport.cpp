@@ -138,6 +138,22 @@ OrdinateCount findOrdinateCount(const QString& path)
     return count;
 }
 
+std::optional<double> findComputationInterval(const QString& path)
+{
+    constexpr std::string_view kName = "NMIN";
+    std::optional<double> minutes;
+    forEachReportLine(path, [&](std::string_view line) {
+        // The listing of a card holds its line number first, so that a comment cannot be taken for the job data.
+        const std::string_view words = withoutLeadingBlanks(line);
+        if (!words.starts_with(kName) || !holds(words, "MINUTES IN COMPUTATION INTERVAL"))
+            return true;
+        if (const double value = leadingNumber(words.substr(kName.size())); value > 0.0)
+            minutes = value;
+        return false;
+    });
+    return minutes;
+}
+
 QList<SummaryBlock> summaryBlocks(const QString& path)
 {
     return summaryBlocks(linesFrom(path, [](std::string_view line) { return holds(line, kPlanHeading); }));

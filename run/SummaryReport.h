@@ -40,6 +40,10 @@ struct OrdinateCount
 };
 OrdinateCount findOrdinateCount(const QString& path);
 
+/// Minutes of the time step as the report's job data print it ("NMIN  1440  MINUTES IN COMPUTATION INTERVAL"); none
+/// when no such line is there or it tells no number above 0.
+std::optional<double> findComputationInterval(const QString& path);
+
 /// One routing or pump of the summary: the line that names it and those that belong to it.
 struct SummaryBlock
 {

@@ -285,6 +285,7 @@ std::optional<Tape21Problem> parseTape21Header(std::string_view line, Tape21Head
         return Tape21Problem{Kind::ShortHeader, 0, {}};
     try {
         header.intervalMinutes = leadingNumber(field(line, 34, 3));
+        header.isIntervalTooWide = field(line, 34, 3) == "***";
         header.jds = leadingInt16(field(line, 18, 1));
         header.plansWide = leadingInt16(field(line, 17, 2));
         header.plansShort = leadingInt16(field(line, 16, 1));

@@ -40,7 +40,8 @@ struct Tape21Problem
 /// The counts of a header line as they stand, before any rule of a reader.
 struct Tape21Header
 {
-    double intervalMinutes = 0.0; ///< NMIN
+    double intervalMinutes = 0.0;   ///< NMIN; 0 when it did not fit into its columns
+    bool isIntervalTooWide = false; ///< asterisks stand in its columns
     int jds = 0;
     int plansWide = 0;  ///< two digits, for the full readers
     int plansShort = 0; ///< the units digit alone, for the index readers

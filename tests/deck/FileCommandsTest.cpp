@@ -254,6 +254,11 @@ TEST_F(FileCommandsTest, AFileThatIsNoTextIsRefusedInTheWordsOfItsDoor)
     services.dialogs.willAnswer(Button::Ok);
     files.openhec();
     EXPECT_EQ(services.dialogs.last().text, "The File: " + services.path("gone.dat") + " does not Exist!");
+    services.dialogs.willAnswer(Button::Ok);
+    files.dropped(services.directory.path());
+    EXPECT_EQ(services.dialogs.last().text,
+              "The File: " + services.directory.path() + " could not be read.\r\nIt is not a file.")
+        << "what cannot be read is not called binary";
     EXPECT_EQ(ids(3), "ID\nKK\nZZ");
     EXPECT_EQ(deck.currentFilePath, services.path("good.dat"));
 }
@@ -438,6 +443,16 @@ TEST_F(FileCommandsTest, LinesThatOpenWillRefuseAreToldAfterTheSave)
               "The deck is saved, but some of its lines need care.\r\n"
               "Longer than 82 characters, so Open will ask for [Use FREE Format]: line(s) 1.\r\n"
               "With characters that Open refuses: line(s) 2.");
+}
+
+TEST_F(FileCommandsTest, ASaveTellsPushedFieldsBesideTheDroppedCards)
+{
+    files.dropped(services.put("good.dat", "KK  A\r\nBA\r\nZZ\r\nKM parked here\r\n"));
+    type(2, 2, "1234567");
+    services.dialogs.willAnswer(services.path("b.dat"));
+    EXPECT_TRUE(files.savehec());
+    EXPECT_TRUE(panels.text(7).startsWith("Fields longer than their columns")) << panels.text(7).toStdString();
+    EXPECT_TRUE(panels.text(7).contains("1 card(s) behind the ZZ card"));
 }
 
 TEST_F(FileCommandsTest, CardsBehindTheEndCardAreKeptInTheProgramsFolder)

@@ -139,6 +139,14 @@ struct BatchRunTest : testing::Test
             return {ProcessEnd::Kind::Exited, 0, {}};
         }
         const std::string name = deckText.left(8).trimmed().toStdString();
+        if (deckText.startsWith("daily") || deckText.startsWith("nostep")) {
+            const QByteArray listing = "     3    KM NMIN 7 MINUTES IN COMPUTATION INTERVAL\r\n";
+            const QByteArray jobData = "       NMIN      1440  MINUTES IN COMPUTATION INTERVAL\r\n";
+            writeFile(folder.filePath("checky.out"),
+                      listing + (deckText.startsWith("daily") ? jobData : QByteArray()) + kGoodReport);
+            writeFile(folder.filePath("TAPE21"), QByteArray::fromStdString(risingStation({name, "***"}, 3, 1)));
+            return {ProcessEnd::Kind::Exited, 0, {}};
+        }
         writeFile(folder.filePath("TAPE21"), QByteArray::fromStdString(risingStation({name}, 3, 1)));
         if (!start.arguments.filter("DETAILS=").isEmpty())
             writeFile(folder.filePath("details.csv"), "station,value\r\n" + QByteArray::fromStdString(name) + ",1\r\n");
@@ -206,8 +214,20 @@ INSTANTIATE_TEST_SUITE_P(, Statuses,
                                          DeckStatus{"nothing", kNoRun, "wrote no report"},
                                          DeckStatus{"crash", kNoRun, "crashed"},
                                          DeckStatus{"noko", kNormalEnd, "no KO card has 21 in field 5"},
-                                         DeckStatus{"torn", kFileTrouble, "station header"}),
+                                         DeckStatus{"torn", kFileTrouble, "station header"},
+                                         DeckStatus{"nostep", kFileTrouble, "the time step (NMIN)"}),
                          [](const auto& row) { return row.param.deck; });
+
+TEST_F(BatchRunTest, ATimeStepThatDoesNotFitIntoTheTapeComesFromTheReport)
+{
+    options.decks << deck("a.dat", "daily");
+    options.peaks = services.path("p.csv");
+    options.hydrographs = services.path("h.csv");
+    EXPECT_EQ(run(), kNormalEnd) << talk.join('\n').toStdString();
+    // 1, 2, 3 cfs a day apart: 4 cfs x 86,400 s / 43,560.
+    EXPECT_TRUE(output("p.csv").endsWith(",daily,1,1,1,3,48,7.933884,cfs\r\n")) << output("p.csv").toStdString();
+    EXPECT_TRUE(output("h.csv").endsWith(",2880,3,cfs\r\n"));
+}
 
 TEST_F(BatchRunTest, ManyDecksKeepTheirOrderWhateverTheJobs)
 {

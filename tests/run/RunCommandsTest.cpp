@@ -123,6 +123,35 @@ TEST_F(RunCommandsTest, GoodRunWritesTheDeckStartsHec1AndOpensTheOutput)
     EXPECT_TRUE(told().isEmpty());
 }
 
+TEST_F(RunCommandsTest, ThePanelTellsTheRunAndKeepsWhatTheWritingToldAsItsTip)
+{
+    deck.Grid1.setTextMatrix(2, 3, "123456789");
+    services.process.will([this](const ProcessStart& start) {
+        EXPECT_EQ(panel7(), "Running Hec-1");
+        EXPECT_TRUE(panels.toolTip(7).startsWith("1 card(s) behind the ZZ card")) << panels.toolTip(7).toStdString();
+        EXPECT_TRUE(panels.toolTip(7).contains("push the rest of their line: line(s) 2"));
+        return ScriptedChildProcess::writes({{"checky.out", kGoodReport}})(start);
+    });
+    run->runhec_Click();
+    EXPECT_TRUE(panel7().startsWith("HEC-1 Ran O.K. at ")) << panel7().toStdString();
+    EXPECT_TRUE(panels.toolTip(7).contains("behind the ZZ card")) << "still there when the run is over";
+
+    deck.Grid1.setTextMatrix(2, 3, "1");
+    services.process.will(ScriptedChildProcess::writes({{"checky.out", kGoodReport}}));
+    run->runhec_Click();
+    EXPECT_EQ(panels.toolTip(7), "") << "of this run there is nothing to tell";
+}
+
+TEST_F(RunCommandsTest, ARefusedFreeFormatLeavesTheLastRunsFiles)
+{
+    deck.setCards({"*FREE", "KK OUT", "ZZ"});
+    services.put("checky.out", kGoodReport);
+    services.dialogs.willAnswer(Button::Cancel);
+    run->runhec_Click();
+    EXPECT_TRUE(services.process.started().empty());
+    EXPECT_EQ(services.bytes("checky.out"), kGoodReport);
+}
+
 TEST_F(RunCommandsTest, TheEditBoxGoesIntoTheDeckFirst)
 {
     deck.setCards({"ID a deck"});
@@ -403,6 +432,19 @@ TEST_F(GraphTest, ReadsTheTablesAndOpensTheResultCommands)
     for (const char* name : {"mnu_hydrodata", "mnu_runoffvolumes", "mnu_peakflows", "mnu_tabular", "mnu_saveAll"})
         EXPECT_TRUE(on(name)) << name;
     EXPECT_EQ(panels.progress(), -1);
+}
+
+TEST_F(GraphTest, ATimeStepTooWideForTheHeaderComesFromTheReport)
+{
+    know("GRAPHER");
+    services.put("TAPE21", QByteArray::fromStdString(risingStation({"SUB1", "***"}, 3, 1)));
+    services.put("checky.out", "     NMIN      1440  MINUTES IN COMPUTATION INTERVAL\r\n" + kGoodReport);
+    EXPECT_TRUE(run->graph());
+    EXPECT_EQ(run->tables.hydrographTable.textMatrix(3, 1), "2880");
+    EXPECT_EQ(run->tables.hydrographTable.textMatrix(3, 0), "48.0000");
+    services.put("checky.out", kGoodReport);
+    EXPECT_TRUE(run->graph());
+    EXPECT_TRUE(panel7().contains("all times of the tables are 0"));
 }
 
 TEST_F(GraphTest, LooksForTheNormalEndOnceMore)
