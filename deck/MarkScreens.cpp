@@ -18,7 +18,7 @@ constexpr const char* kScreens[] = {"Form2", "editcomms", "NewIDCard"};
 
 } // namespace
 
-MarkScreens::MarkScreens(Form1& form) : QObject(&form), m_form(form)
+MarkScreens::MarkScreens(Form1& form) : QObject(&form), m_form(form), m_page(form.page())
 {
     registerScreens();
     followAudit();
@@ -28,7 +28,7 @@ MarkScreens::MarkScreens(Form1& form) : QObject(&form), m_form(form)
 // They speak to a page that may go next.
 MarkScreens::~MarkScreens()
 {
-    Workspace& page = m_form.page();
+    Workspace& page = m_page;
     page.screens.disconnect(this);
     for (const char* name : kScreens)
         page.screens.unload(page.editContext.screenName(name));
@@ -36,7 +36,7 @@ MarkScreens::~MarkScreens()
 
 void MarkScreens::registerScreens()
 {
-    Workspace& page = m_form.page();
+    Workspace& page = m_page;
     Form2::registerIn(page.audit, page.editContext, &m_form);
     editcomms::registerIn(page.marks, page.editContext, &m_form, [this] { return currentCell(); });
     NewIDCard::registerIn(page.editContext, &m_form);
@@ -51,7 +51,7 @@ QPoint MarkScreens::currentCell() const
 
 void MarkScreens::followAudit()
 {
-    Workspace& page = m_form.page();
+    Workspace& page = m_page;
     connect(&page.screens, &Screens::screenUnloaded, this, [this, &page](const QString& name) {
         if (name == page.editContext.screenName("Form2"))
             m_form.grid()->setFocus(Qt::OtherFocusReason);
@@ -60,7 +60,7 @@ void MarkScreens::followAudit()
 
 void MarkScreens::followLooks()
 {
-    LookCommands& looks = m_form.page().looks;
+    LookCommands& looks = m_page.looks;
     connect(&looks, &LookCommands::formColorsChanged, this, &MarkScreens::paintForm);
     connect(&looks, &LookCommands::editTextColorWanted, this, [this](Rgb color) {
         if (auto* Text1 = m_form.findChild<EditorBox*>(QStringLiteral("Text1")))

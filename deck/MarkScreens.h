@@ -9,6 +9,7 @@
 namespace kalvo {
 
 class Form1;
+class Workspace;
 
 /// What audit, comment entry, marks and colours need of the main screen that shows their deck: their own screens, the
 /// focus on the grid when the audit's list goes, and the colours of the window itself.
@@ -29,6 +30,7 @@ private:
     QPoint currentCell() const;
 
     Form1& m_form;
+    Workspace& m_page; ///< outlives the form; the form is half gone when its children go
 };
 
 } // namespace kalvo

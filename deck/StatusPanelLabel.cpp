@@ -103,9 +103,8 @@ void StatusPanelLabel::paintEvent(QPaintEvent*)
     } else {
         painter.setPen(palette().color(QPalette::WindowText));
     }
-    painter.drawText(area,
-                     (m_look.centred && !m_back.isValid() ? Qt::AlignHCenter : Qt::AlignLeft) | Qt::AlignVCenter |
-                         Qt::TextSingleLine,
+    const int side = m_look.centred && !m_back.isValid() ? Qt::AlignHCenter : Qt::AlignLeft;
+    painter.drawText(area, side | Qt::AlignVCenter | Qt::TextSingleLine,
                      fontMetrics().elidedText(shown, m_elide, area.width()));
 }
 

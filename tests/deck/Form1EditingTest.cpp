@@ -274,7 +274,7 @@ TEST_F(Form1Editing, TheClonePagesScreensWorkOnItsOwnDeck)
 {
     openThree();
     form.setCloneMaker(
-        [this](Workspace& first) { return std::make_unique<Workspace>(first.services, first.screens, &first); });
+        [](Workspace& first) { return std::make_unique<Workspace>(first.services, first.screens, &first); });
     entry("mnu_clone").trigger();
     Workspace& clone = form.clonePage()->page();
     clone.deck.Grid1.setTextMatrix(5, 5, "A1");
