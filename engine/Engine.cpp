@@ -64,6 +64,8 @@ private:
     PoolFile& m_pools;
 };
 
+constexpr std::size_t kLeastAtOnce = 4096, kMostAtOnce = std::size_t{1} << 30;
+
 std::optional<std::string> fileBytes(const std::string& path)
 {
     std::error_code fault;
@@ -72,14 +74,16 @@ std::optional<std::string> fileBytes(const std::string& path)
     std::FILE* file = std::fopen(path.c_str(), "rb");
     if (file == nullptr)
         return std::nullopt;
-    std::string bytes;
-    const auto size = std::filesystem::file_size(path, fault);
-    if (!fault)
-        bytes.reserve(static_cast<std::size_t>(size) + 1);
-    std::array<char, 1 << 16> block{};
-    std::size_t count = 0;
-    while ((count = std::fread(block.data(), 1, block.size(), file)) > 0)
-        bytes.append(block.data(), count);
+    std::setvbuf(file, nullptr, _IONBF, 0);
+    // One character more than the file is said to hold, so that its end shows at once; what is no plain file may tell
+    // any size, so the bytes decide.
+    const auto told = std::filesystem::file_size(path, fault);
+    std::string bytes(fault || told > kMostAtOnce ? kLeastAtOnce : static_cast<std::size_t>(told) + 1, '\0');
+    std::size_t size = 0, count = 0;
+    while ((count = std::fread(bytes.data() + size, 1, bytes.size() - size, file)) > 0)
+        if ((size += count) == bytes.size())
+            bytes.resize(2 * size);
+    bytes.resize(size);
     const bool sound = std::ferror(file) == 0;
     std::fclose(file);
     return sound ? std::optional(std::move(bytes)) : std::nullopt;

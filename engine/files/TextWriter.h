@@ -64,7 +64,7 @@ public:
 
 private:
     // Small enough to stay in the processor's cache and to need few fresh pages, large enough for few system calls.
-    static constexpr std::size_t kFlushAt = std::size_t{192} << 10;
+    static constexpr std::size_t kFlushAt = std::size_t{64} << 10;
     void flush();
 
     struct Close
