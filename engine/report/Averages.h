@@ -13,4 +13,7 @@ inline constexpr std::array<double, 3> kAverageHours{6, 24, 72};
 /// mean.
 std::array<double, 4> greatestMeans(std::span<const double> values, double intervalHours);
 
+/// Decimals of a table of flows whose greatest is given: small flows need them to be told apart.
+int flowDecimals(double greatest);
+
 } // namespace hec1

@@ -2,6 +2,7 @@
 #include "engine/report/CardEcho.h"
 
 #include <array>
+#include <cmath>
 #include <string>
 
 namespace hec1 {
@@ -139,6 +140,21 @@ const EchoDef* findEcho(std::string_view id)
 constexpr std::array<std::string_view, 12> kDurations{"5-MIN", "15-MIN", "60-MIN", "2-HR",  "3-HR",  "6-HR",
                                                       "12-HR", "24-HR",  "2-DAY",  "4-DAY", "7-DAY", "10-DAY"};
 
+// What LS takes when its field is blank: a fifth of the retention (NEH-630, chapter 10).
+double initialAbstraction(double curveNumber, bool metric)
+{
+    return curveNumber > 0 ? .2 * ((metric ? 25400 : 1000) / curveNumber - (metric ? 254 : 10)) : 0;
+}
+
+// Counts are written without a point; a length that is no whole number keeps its decimals.
+std::string wholeText(double value)
+{
+    constexpr double kLongest = 1e15;
+    if (value != std::floor(value) || std::fabs(value) > kLongest)
+        return fixedText(value, 2);
+    return std::to_string(static_cast<long long>(value));
+}
+
 void echoHypothetical(std::span<const Card* const> cards, TextWriter& out)
 {
     const Card& first = *cards.front();
@@ -186,7 +202,18 @@ void echoLine(TextWriter& out, std::string_view name, std::string_view value, st
     out.spaces(12).right(name, 13).right(value, 12).text("  ").text(description).line();
 }
 
-std::size_t echoCards(std::span<const Card* const> cards, std::size_t at, TextWriter& out)
+void writePattern(TextWriter& out, const RainInput& rain)
+{
+    for (std::size_t i = 0; i < rain.wet; ++i) {
+        if (i % 10 == 0)
+            out.spaces(13);
+        out.fixed((*rain.shape)[i], 8, 3);
+        if (i % 10 == 9 || i + 1 == rain.wet)
+            out.line();
+    }
+}
+
+std::size_t echoCards(std::span<const Card* const> cards, std::size_t at, bool metric, TextWriter& out)
 {
     const Card& card = *cards[at];
     std::size_t end = at + 1;
@@ -217,8 +244,10 @@ std::size_t echoCards(std::span<const Card* const> cards, std::size_t at, TextWr
         rest.remove_prefix(semicolon + 1);
         if (field > card.count)
             break;
-        const std::string value = form == 'w'   ? std::string(card.word(field))
-                                  : form == '0' ? std::to_string(static_cast<long>(card.value(field)))
+        const bool abstraction = card.is("LS") && name == "STRTL" && card.value(field) == 0;
+        const std::string value = abstraction   ? fixedText(initialAbstraction(card.value(field + 1), metric), 2)
+                                  : form == 'w' ? std::string(card.word(field))
+                                  : form == '0' ? wholeText(card.value(field))
                                                 : fixedText(card.value(field), form - '0');
         if (first)
             out.right(name, 9).right(value, 12).text("  ").text(text).line();

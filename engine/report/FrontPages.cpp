@@ -216,13 +216,7 @@ void writeStorms(TextWriter& out, const Job& job)
         if (k > 0 && storm.rain.shape == job.storms[k - 1].rain.shape)
             continue;
         out.line("              PRECIPITATION PATTERN");
-        for (std::size_t i = 0; i < storm.rain.wet; ++i) {
-            if (i % 10 == 0)
-                out.spaces(13);
-            out.fixed((*storm.rain.shape)[i], 8, 3);
-            if (i % 10 == 9 || i + 1 == storm.rain.wet)
-                out.line();
-        }
+        writePattern(out, storm.rain);
         out.line();
     }
 }

@@ -48,6 +48,11 @@ std::array<double, 4> greatestMeans(std::span<const double> values, double inter
     return means;
 }
 
+int flowDecimals(double greatest)
+{
+    return greatest < 10 ? 2 : greatest < 100 ? 1 : 0;
+}
+
 void StationReport::averagesBlock(std::string_view what, std::string_view unit, std::span<const double> values,
                                   double peak, std::size_t peakAt, bool volumes, double area)
 {
@@ -56,14 +61,13 @@ void StationReport::averagesBlock(std::string_view what, std::string_view unit, 
     const std::array<double, 4> means = greatestMeans(values, time.hours());
     const bool metric = m_job.units.metric;
     const bool isFlow = volumes;
-    const int decimals = isFlow ? (peak < 10 ? 2 : 0) : 2;
-    m_out.text("    ").left(what, 14).text("TIME").spaces(27).text("MAXIMUM AVERAGE ").text(isFlow ? "FLOW" : "VALUE");
+    const int decimals = isFlow ? flowDecimals(peak) : 2;
+    m_out.text("    ").left(what, 14).text("TIME").spaces(29).text("MAXIMUM AVERAGE ").text(isFlow ? "FLOW" : "VALUE");
     m_out.line();
-    m_out.spaces(37).text("6-HR       24-HR       72-HR").text(fixedText(length, 2).size() < 8 ? "  " : "");
-    m_out.right(fixedText(length, 2) + "-HR", 10).line();
-    m_out.text("+   ").right("(" + std::string(unit) + ")", 8).spaces(6).text("(HR)").line();
+    m_out.spaces(40).text("6-HR       24-HR       72-HR").right(fixedText(length, 2) + "-HR", 12).line();
+    m_out.text("+").right("(" + std::string(unit) + ")", 11).right("(HR)", 10).line();
     m_out.spaces(25).text("(").text(unit).text(")").line();
-    m_out.text("+").fixed(peak, 12, decimals).fixed(static_cast<double>(peakAt) * time.hours(), 12, 2).spaces(10);
+    m_out.text("+").fixed(peak, 10, decimals).fixed(static_cast<double>(peakAt) * time.hours(), 12, 2).spaces(9);
     for (const double mean : means)
         m_out.fixed(mean, 12, decimals);
     m_out.line();
@@ -74,10 +78,10 @@ void StationReport::averagesBlock(std::string_view what, std::string_view unit, 
     std::array<double, 4> amounts{};
     for (std::size_t k = 0; k < 4; ++k)
         amounts[k] = m_job.units.volumeOf(means[k], k < 3 ? std::min(kAverageHours[k], length) : length);
-    m_out.spaces(22).left(metric ? "(MM)" : "(INCHES)", 13);
+    m_out.spaces(21).left(metric ? "(MM)" : " (INCHES)", 11);
     for (const double amount : amounts)
         m_out.fixed(m_job.units.depthOver(amount, area), 12, 3);
-    m_out.line().spaces(22).left(metric ? "(1000 CU M)" : "(AC-FT)", 13);
+    m_out.line().spaces(21).left(metric ? "(1000 CU M)" : " (AC-FT)", 11);
     for (const double amount : amounts)
         m_out.fixed(amount, 12, amount < 10 ? 2 : 0);
     m_out.line().line();
@@ -130,7 +134,10 @@ void StationReport::balance(const Result& result)
         part("PERCENT ERROR", water.errorPercent());
     else
         m_out.text(" (BY DIFFERENCE)");
-    m_out.line().line();
+    m_out.line();
+    if (!result.rain.empty() && m_job.ratiosGiven && !m_job.ratiosOnRain)
+        m_out.spaces(15).line("RAIN AND LOSS ARE THOSE OF THE STORM, THE REST IS TIMES THE RATIO");
+    m_out.line();
 }
 
 void StationReport::observed(const Station& station, const Result& result)

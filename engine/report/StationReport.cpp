@@ -2,6 +2,7 @@
 #include "engine/report/StationReport.h"
 
 #include "engine/methods/Reservoir.h"
+#include "engine/report/Averages.h"
 #include "engine/report/CardEcho.h"
 
 #include <algorithm>
@@ -102,7 +103,16 @@ void StationReport::cards(const Station& station)
             room = next;
             m_out.line().spaces(15).text(room).line().line();
         }
-        const std::size_t used = echoCards(station.cards, at, m_out);
+        const RunoffInput* runoff = std::get_if<RunoffInput>(&station.plans.front()->what);
+        std::size_t used = 0;
+        if ((card.is("PI") || card.is("PC")) && station.plans.size() == 1 && runoff != nullptr && runoff->rain) {
+            m_out.integer(card.number, 5).text(" ").text(card.id).line("        INCREMENTAL PRECIPITATION PATTERN");
+            writePattern(m_out, *runoff->rain);
+            while (at + used < station.cards.size() && station.cards[at + used]->id == card.id)
+                ++used;
+        } else {
+            used = echoCards(station.cards, at, m_job.units.metric, m_out);
+        }
         if (used > 0)
             m_out.line();
         at += std::max<std::size_t>(1, used);
@@ -123,7 +133,7 @@ void StationReport::carriedCards(const Station& station)
         cards.push_back(runoff->baseFlowCard);
         for (const Card* card : cards)
             if (card != nullptr && shown.insert(card).second && !card->is("PI") && !card->is("PC")) {
-                echoCards(std::span<const Card* const>(&card, 1), 0, m_out);
+                echoCards(std::span<const Card* const>(&card, 1), 0, m_job.units.metric, m_out);
                 m_out.line();
             }
     }
@@ -252,7 +262,7 @@ void StationReport::runoffTable(const Result& result)
     m_out.spaces(66).line("*");
     m_out.text(kHead).text("*").line(kHead.substr(0, 58));
     m_out.spaces(66).line("*");
-    const int decimals = result.peakFlow < 10 ? 2 : 0;
+    const int decimals = flowDecimals(result.peakFlow);
     const auto group = [&](std::size_t i) {
         tableLine(i);
         m_out.fixed(result.rain[i], 8, 2).fixed(result.loss[i], 8, 2).fixed(result.excess[i], 10, 2);
@@ -280,7 +290,7 @@ void StationReport::flowTable(const Result& result)
 {
     constexpr std::size_t kGroups = 4;
     const std::size_t n = result.flow.size(), rows = (n + kGroups - 1) / kGroups;
-    const int decimals = result.peakFlow < 10 ? 2 : 0;
+    const int decimals = flowDecimals(result.peakFlow);
     for (std::size_t g = 0; g < kGroups; ++g)
         m_out.text("    DA MON HRMN  ORD      FLOW").text(g + 1 < kGroups ? "  *" : "");
     m_out.line().line();
@@ -301,7 +311,7 @@ void StationReport::poolTable(const Result& result)
 {
     constexpr std::size_t kGroups = 2;
     const std::size_t n = result.flow.size(), rows = (n + kGroups - 1) / kGroups;
-    const int decimals = result.peakFlow < 10 ? 2 : 0;
+    const int decimals = flowDecimals(result.peakFlow);
     for (std::size_t g = 0; g < kGroups; ++g)
         m_out.text("    DA MON HRMN  ORD   OUTFLOW   STORAGE     STAGE").text(g + 1 < kGroups ? "    *  " : "");
     m_out.line().line();

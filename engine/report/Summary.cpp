@@ -10,12 +10,6 @@ namespace hec1 {
 
 namespace {
 
-// Small flows need decimals to tell them apart.
-int flowDecimals(double greatest)
-{
-    return greatest < 10 ? 2 : greatest < 100 ? 1 : 0;
-}
-
 // Readers split the line of stages at single blanks and count: the first stage stands in a field of 12 behind the word,
 // the others in fields of 9, and each is six characters long, or the blanks in front stay as many.
 void writeStages(TextWriter& out, const std::vector<double>& stages)
