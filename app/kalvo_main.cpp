@@ -126,14 +126,18 @@ int main(int argc, char* argv[])
         dialogs.setParentWidget(form.get());
         form->load();
     };
-    if (options.splash)
-        splash().begin(load);
-    else
-        load();
     EndAfterPaint endAfterPaint;
-    if (options.untilFirstPaint)
-        form->grid()->viewport()->installEventFilter(&endAfterPaint);
-    form->show();
+    const auto show = [&] {
+        if (options.untilFirstPaint)
+            form->grid()->viewport()->installEventFilter(&endAfterPaint);
+        form->show();
+    };
+    if (options.splash) {
+        splash().begin(load, show);
+    } else {
+        load();
+        show();
+    }
     page.files.opencommandline(options.deck);
     const int status = QApplication::exec();
     screens.unloadAll();

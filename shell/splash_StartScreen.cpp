@@ -65,7 +65,7 @@ splash::splash(QWidget* parent) : QWidget(parent, Qt::SplashScreen | Qt::Framele
     layout->addWidget(m_state);
 }
 
-void splash::begin(const std::function<void()>& load)
+void splash::begin(const std::function<void()>& load, const std::function<void()>& showMainScreen)
 {
     if (const QScreen* at = screen())
         move(at->availableGeometry().center() - rect().center());
@@ -74,6 +74,7 @@ void splash::begin(const std::function<void()>& load)
     tell(QStringLiteral("Loading ..."));
     load();
     tell(QStringLiteral("Loaded    "));
+    showMainScreen();
     close();
 }
 

@@ -23,8 +23,9 @@ public:
 
     explicit splash(QWidget* parent = nullptr);
 
-    /// Shows itself, waits with events running, tells "Loading ..." while `load` works, then "Loaded    ", and goes.
-    void begin(const std::function<void()>& load);
+    /// Shows itself, waits with events running, tells "Loading ..." while `load` works, then "Loaded    ", lets the
+    /// main screen show itself, and goes: there is always one of the two to be seen.
+    void begin(const std::function<void()>& load, const std::function<void()>& showMainScreen);
 
 Q_SIGNALS:
     void ended();
