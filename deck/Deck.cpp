@@ -221,8 +221,10 @@ void Deck::default_Col()
             widest[static_cast<size_t>(column)] = std::max(widest[static_cast<size_t>(column)], value);
         }
     }
-    // An empty column would shrink to a few pixels that nobody could type into.
+    // An empty column would shrink to a few pixels that nobody could type into. The line numbers keep their width.
+    const int lineNumbers = Grid1.colWidth(0);
     Setcolwidths();
+    Grid1.setColWidth(0, lineNumbers);
     for (int column = 1; column < kColumns; ++column) {
         const int fitted = wholeTwips(widest[static_cast<size_t>(column)] * kColumnAir);
         Grid1.setColWidth(column, std::max(fitted, Grid1.colWidth(column)));

@@ -234,7 +234,9 @@ TEST_F(DeckTest, ColumnsGetTheWidthOfTheirWidestTextButNeverLessThanTheStandard)
 {
     load({"KK", "PC 0.000       1"});
     deck.Grid1.setTextMatrix(2, 3, "123456789012"); // 12 x 120 = 1440 twips
+    deck.Grid1.setColWidth(0, 777);
     deck.default_Col();
+    EXPECT_EQ(deck.Grid1.colWidth(0), 777) << "line numbers are no text of the deck";
     EXPECT_EQ(deck.Grid1.colWidth(3), 2087); // 8.25 x (1440 + 66) x 0.15 x 1.12 = 2087.3
     EXPECT_EQ(deck.Grid1.colWidth(4), 8 * 120);
 }
