@@ -237,10 +237,4 @@ QStringList pasteCommands()
             QStringLiteral("mnupopupareapaste")};
 }
 
-QString plainCaption(const QString& caption)
-{
-    QString plain = caption;
-    return plain.remove(u'&');
-}
-
 } // namespace kalvo

@@ -60,7 +60,4 @@ void setStartStates(Commands& commands);
 /// The commands that need a text in the clipboard.
 QStringList pasteCommands();
 
-/// A caption for a tool tip: without the marks of the Alt letters.
-QString plainCaption(const QString& caption);
-
 } // namespace kalvo
