@@ -16,6 +16,12 @@ constexpr int kFrame = 45;
 constexpr int kFrameByScrollBar = 10;
 constexpr int kBottomRoom = 520;
 
+constexpr int kFitRoomRight = 100;
+constexpr int kFitRoomByScrollBar = 350;
+constexpr int kFitRoomBelow = 200;
+constexpr int kFitFrame = 25;
+constexpr int kPointerPastHeaders = 25;
+
 constexpr double kLargestText = 16.0;
 constexpr double kSmallestText = 7.0;
 
@@ -35,12 +41,23 @@ int placedWidth(const EditorSurroundings& around)
     return around.gridWidth - around.cellLeft - scrollRoom - (scrollBar ? kFrameByScrollBar : kFrame);
 }
 
-int placedHeight(const EditorSurroundings& around)
+bool isUnderHeader(const EditorSurroundings& around)
 {
-    const int top = around.gridTop + around.cellTop;
-    const int bottom = around.gridTop + around.gridHeight;
-    if (top + around.cellHeight <= bottom)
-        return around.cellHeight;
+    return around.cellTop < around.headerHeight || around.cellLeft < around.headerWidth;
+}
+
+EditorPlace placeOf(const EditorSurroundings& around, int width, int height)
+{
+    return {true, around.gridLeft + around.cellLeft, around.gridTop + around.cellTop, width, height};
+}
+
+bool passesTheBottom(const EditorSurroundings& around)
+{
+    return around.cellTop + around.cellHeight > around.gridHeight;
+}
+
+int cutHeight(const EditorSurroundings& around)
+{
     return std::max(around.gridHeight + around.gridTop - around.cellTop - kBottomRoom, around.lineHeight);
 }
 
@@ -53,11 +70,32 @@ bool hasScrollBar(const EditorSurroundings& around)
 
 EditorPlace placeEditor(const EditorSurroundings& around)
 {
-    const bool underHeader = around.cellTop < around.headerHeight || around.cellLeft < around.headerWidth;
-    if (around.isHiddenRow || underHeader || isPastTheEdge(around))
+    if (around.isHiddenRow || isUnderHeader(around) || isPastTheEdge(around))
         return {};
-    return {true, around.gridLeft + around.cellLeft, around.gridTop + around.cellTop, placedWidth(around),
-            placedHeight(around)};
+    return placeOf(around, placedWidth(around), passesTheBottom(around) ? cutHeight(around) : around.cellHeight);
+}
+
+EditorPlace FitTextBox(const EditorSurroundings& around)
+{
+    const bool scrollBar = !around.isLastRowVisible;
+    const int room = scrollBar ? kFitRoomByScrollBar : kFitRoomRight;
+    if (around.isHiddenRow || isUnderHeader(around) || around.cellLeft > around.gridWidth - room ||
+        around.cellTop > around.gridHeight - kFitRoomBelow)
+        return {};
+    const int cutWidth =
+        around.gridWidth - around.cellLeft - (scrollBar ? kScrollBarRoom + kFrameByScrollBar : kFitFrame);
+    const bool passesTheRight = around.cellLeft + around.cellWidth > around.gridWidth;
+    return placeOf(around, passesTheRight ? cutWidth : around.cellWidth,
+                   scrollBar && passesTheBottom(around) ? cutHeight(around) : around.cellHeight);
+}
+
+int noFitAfterMove(int noFitAfterDrag, const EditorSurroundings& around, int x, int y)
+{
+    const bool inCells =
+        x >= around.headerWidth + kPointerPastHeaders && y >= around.headerHeight + kPointerPastHeaders;
+    if (!inCells || !around.isCellVisible)
+        return noFitAfterDrag;
+    return hasScrollBar(around) ? 1 : 0;
 }
 
 int wheelStep(bool pageMode, int gridHeight, int headerHeight)

@@ -19,6 +19,8 @@ struct EditorSurroundings
     int headerHeight = 0;
     int headerWidth = 0; ///< of the fixed column
     bool isFirstRowVisible = true;
+    bool isLastRowVisible = true;
+    bool isCellVisible = true;
     int roomUnderLastRow = 0;
     bool isHiddenRow = false;
     double fontSize = 8.25; ///< points, of the cell
@@ -42,6 +44,16 @@ bool hasScrollBar(const EditorSurroundings& around);
 /// The editor's place. It is not shown over a hidden row, over a cell that lies past the edge, or under the headers;
 /// it is cut where the cell reaches past the grid, but never below one line.
 EditorPlace placeEditor(const EditorSurroundings& around);
+
+/// The editor's place once the user has dragged an edge of a row or column: as wide as the cell up to the grid's own
+/// edge, also where `placeEditor` keeps room for a scroll bar that does not stand. A bar stands when the last row is
+/// out of view.
+EditorPlace FitTextBox(const EditorSurroundings& around);
+
+/// The mark `noFitAfterDrag` after the pointer moved over the grid to (x, y) from its top left, while edges can be
+/// dragged. It is judged only in the cells and with the current one in view: 1 where a vertical scroll bar stands, 0
+/// where none does; otherwise it stays as it was. While it is 1 the end of a drag does not run FitTextBox.
+int noFitAfterMove(int noFitAfterDrag, const EditorSurroundings& around, int x, int y);
 
 /// Rows that one click of the wheel scrolls: 1, or with `pageMode` (Ctrl held) what the grid shows less 3, at least 1.
 int wheelStep(bool pageMode, int gridHeight, int headerHeight);

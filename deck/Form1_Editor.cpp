@@ -52,6 +52,15 @@ void Form1::buildEditor()
         Text1->setToolTip(tips ? m_page.panels.text(StatusPanels::kPanels) : QString());
     });
     connect(Grid1, &FlexGridView::viewMoved, this, &Form1::followView);
+    connect(Grid1, &FlexGridView::pointerMoved, this, [this](int x, int y) {
+        if (Grid1->userResizing())
+            m_noFitAfterDrag = noFitAfterMove(m_noFitAfterDrag, surroundings(), x, y);
+    });
+    // The editor has followed its cell all through the drag; what is left is its shape.
+    connect(Grid1, &FlexGridView::resizedByUser, this, [this] {
+        if (m_noFitAfterDrag != 1)
+            fitEditor();
+    });
 }
 
 bool Form1::isShown() const
@@ -120,6 +129,8 @@ EditorSurroundings Form1::surroundings() const
     around.headerHeight = toTwips(corner.bottom());
     around.headerWidth = toTwips(corner.right());
     around.isFirstRowVisible = Grid1->rowIsVisible(1);
+    around.isLastRowVisible = Grid1->rowIsVisible(lastRow);
+    around.isCellVisible = Grid1->rowIsVisible(grid.row()) && Grid1->colIsVisible(grid.col());
     around.roomUnderLastRow = around.gridHeight - Grid1->rowPos(lastRow) - grid.rowHeight(lastRow);
     around.isHiddenRow = m_page.deck.isHiddenRow(grid.row());
     around.fontSize = grid.cellFontSize();
@@ -127,10 +138,9 @@ EditorSurroundings Form1::surroundings() const
     return around;
 }
 
-/// Where the box belongs now; empty when there is no room for it.
-QRect Form1::editorArea() const
+/// What of a place can be seen, in pixels; empty when there is no room for the box.
+QRect Form1::editorArea(const EditorPlace& place) const
 {
-    const EditorPlace place = placeEditor(surroundings());
     const QRect area(toPixels(place.left), toPixels(place.top), toPixels(place.width), toPixels(place.height));
     const QRect seen = area.intersected(Grid1->viewport()->geometry());
     return place.shown && seen.width() >= kNarrowest && seen.height() >= kNarrowest ? seen : QRect();
@@ -139,7 +149,23 @@ QRect Form1::editorArea() const
 /// Lays the box over the current cell as it is, with what was typed so far.
 void Form1::relocateEditor()
 {
-    const QRect area = editorArea();
+    layEditor(editorArea(placeEditor(surroundings())));
+}
+
+void Form1::fitEditor()
+{
+    if (!m_page.deck.isEditorActive())
+        return;
+    if (!isShown())
+        place();
+    const QRect area = editorArea(FitTextBox(surroundings()));
+    if (area.isEmpty())
+        m_page.deck.storeEditBox(); // a box that is not shown stores nothing
+    layEditor(area);
+}
+
+void Form1::layEditor(const QRect& area)
+{
     if (area.isEmpty()) {
         hideEditor();
         return;
@@ -172,7 +198,7 @@ void Form1::followView()
         return;
     const bool wasShown = isShown();
     // A cell that is scrolled out of sight takes what was typed with it: a box that is not shown stores nothing.
-    if (wasShown && editorArea().isEmpty())
+    if (wasShown && editorArea(placeEditor(surroundings())).isEmpty())
         m_page.deck.storeEditBox();
     if (wasShown)
         relocateEditor();

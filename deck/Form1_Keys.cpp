@@ -64,7 +64,8 @@ void Form1::keyInEditor(QKeyEvent* key)
         return;
     }
     if (isKeyPress(*key)) {
-        setTint(Tint::Pressed);
+        // A key that changes nothing must not take the warning from a field that is too long.
+        setTint(tintAfterTyping(m_page.deck.Grid1.col(), Text1->text().size()));
         outputIsStale();
     }
     const FlexGrid& grid = m_page.deck.Grid1;
@@ -148,9 +149,9 @@ void Form1::startTyping(const QString& character)
 
 void Form1::MouseWheel(int delta, Qt::KeyboardModifiers modifiers)
 {
-    m_wheelPageMode = modifiers.testFlag(Qt::ControlModifier);
+    const bool wheelPageMode = modifiers.testFlag(Qt::ControlModifier);
     FlexGrid& grid = m_page.deck.Grid1;
-    const int step = wheelStep(m_wheelPageMode, Grid1->heightTwips(), grid.rowHeight(0));
+    const int step = wheelStep(wheelPageMode, Grid1->heightTwips(), grid.rowHeight(0));
     grid.setTopRow(wheelTopRow(grid.topRow(), grid.rows(), delta, step));
 }
 

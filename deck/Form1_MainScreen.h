@@ -100,8 +100,10 @@ private:
     void buildEditor();
     void followView();
     void fillEditor();
-    QRect editorArea() const;
+    QRect editorArea(const EditorPlace& place) const;
     void relocateEditor();
+    void fitEditor();
+    void layEditor(const QRect& area);
     void hideEditor();
     EditorSurroundings surroundings() const;
     QString gridTip(int row, int col) const;
@@ -127,10 +129,10 @@ private:
     QHash<QString, QMenu*> m_menus;
     QMultiHash<QString, QAction*> m_mirrors; ///< every action that shows a command's state
     QHash<QString, QString> m_iconNames;     ///< by tool button's key
-    bool m_wheelPageMode = false;            ///< Ctrl is held down
     int m_filledRow = -1;                    ///< the cell whose text the editor holds
     int m_filledCol = -1;
     bool m_refocusEditor = false; ///< it had the focus when it was hidden
+    int m_noFitAfterDrag = 1;     ///< 1: the end of a drag of an edge does not fit the editor
 
     CloneMaker m_cloneMaker;
     std::unique_ptr<Workspace> m_clonePage;

@@ -370,6 +370,60 @@ TEST(EditorPlacement, IsNotShownPastAnEdgeOrOverAHiddenRow)
     EXPECT_FALSE(shown([](auto& a) { a.isHiddenRow = true; }));
 }
 
+TEST(FitTextBox, FitsToTheGridsOwnEdgesAfterADrag)
+{
+    EXPECT_EQ(FitTextBox(wideGrid()), (EditorPlace{true, 1100, 1240, 960, 320}));
+    EditorSurroundings around = wideGrid();
+    around.cellLeft = 9040;
+    EXPECT_EQ(FitTextBox(around).width, 960) << "ends at the edge";
+    around.cellLeft = 9041;
+    EXPECT_EQ(FitTextBox(around).width, 10000 - 9041 - 25);
+    around.isLastRowVisible = false;
+    EXPECT_EQ(FitTextBox(around).width, 10000 - 9041 - 280 - 10);
+
+    around = wideGrid();
+    around.cellTop = 5800;
+    around.cellHeight = 900;
+    EXPECT_EQ(FitTextBox(around).height, 900) << "no scroll bar, no cut";
+    around.isLastRowVisible = false;
+    EXPECT_EQ(FitTextBox(around).height, 6000 + 600 - 5800 - 520);
+    around.gridTop = 0;
+    EXPECT_EQ(FitTextBox(around).height, around.lineHeight);
+}
+
+TEST(FitTextBox, IsHiddenOverAHiddenRowOrACellOutOfSight)
+{
+    const auto shown = [](auto change) {
+        EditorSurroundings around = wideGrid();
+        change(around);
+        return FitTextBox(around).shown;
+    };
+    EXPECT_TRUE(shown([](auto& a) { a.cellLeft = 9900; }));
+    EXPECT_FALSE(shown([](auto& a) { a.cellLeft = 9901; }));
+    EXPECT_TRUE(shown([](auto& a) { a.cellLeft = 9650, a.isLastRowVisible = false; }));
+    EXPECT_FALSE(shown([](auto& a) { a.cellLeft = 9651, a.isLastRowVisible = false; }));
+    EXPECT_TRUE(shown([](auto& a) { a.cellTop = 5800; }));
+    EXPECT_FALSE(shown([](auto& a) { a.cellTop = 5801; }));
+    EXPECT_FALSE(shown([](auto& a) { a.cellTop = 0; })) << "under the header";
+    EXPECT_FALSE(shown([](auto& a) { a.isHiddenRow = true; }));
+}
+
+TEST(FitTextBox, IsBlockedWhereThePointerWentOverAScrolledGrid)
+{
+    EditorSurroundings around = wideGrid(); // headers 600 wide and 320 high
+    EXPECT_EQ(noFitAfterMove(1, around, 625, 345), 0);
+    EXPECT_EQ(noFitAfterMove(1, around, 624, 345), 1) << "over the line numbers";
+    EXPECT_EQ(noFitAfterMove(1, around, 625, 344), 1) << "over the header";
+    around.roomUnderLastRow = 74;
+    EXPECT_EQ(noFitAfterMove(0, around, 625, 345), 1);
+    around.roomUnderLastRow = 75;
+    EXPECT_EQ(noFitAfterMove(1, around, 625, 345), 0);
+    around.isFirstRowVisible = false;
+    EXPECT_EQ(noFitAfterMove(0, around, 625, 345), 1);
+    around.isCellVisible = false;
+    EXPECT_EQ(noFitAfterMove(0, around, 625, 345), 0) << "the current cell is out of view: not judged";
+}
+
 TEST(Wheel, ScrollsByOneRowOrAPageButNeverBackwards)
 {
     EXPECT_EQ(wheelStep(false, 6000, 320), 1);

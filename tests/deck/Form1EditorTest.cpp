@@ -117,6 +117,11 @@ TEST_F(Form1Editor, TheNinthCharacterTurnsItYellowAndTakingItAwayTurnsItBack)
     press(Qt::Key_Backspace);
     EXPECT_EQ(tint(), kPressed);
     type("9");
+    press(Qt::Key_Home); // to the ID and back
+    grid.setCursor(1, 3);
+    press(Qt::Key_Backspace); // ahead of the text: nothing to take away
+    EXPECT_EQ(Text1().text(), "123456789");
+    EXPECT_EQ(tint(), kTooLong) << "a key that changes nothing leaves the warning";
     press(Qt::Key_Down);
     EXPECT_EQ(tint(), kPressed);
     press(Qt::Key_Up);
@@ -258,6 +263,40 @@ TEST_F(Form1Editor, ResizingKeepsWhatIsTypedAndFollowsTheCell)
     EXPECT_EQ(Text1().text() + cell(4, 10), QStringLiteral("42")) << "typed once, and not lost";
     press(Qt::Key_Down);
     EXPECT_EQ(cell(4, 10), "42");
+}
+
+TEST_F(Form1Editor, ADraggedEdgeFitsTheEditorUnlessThePointerHasForbiddenIt)
+{
+    form.resize(1280, 760);
+    open("KKA1    \r\nZZ\r\n");
+    entry("mnu_adjustgrids").trigger();
+    editAt(2, 4);
+    type("42");
+    QWidget* header = Grid1().horizontalHeader()->viewport();
+    const auto widen = [&](int pixels) {
+        const int edge = Grid1().columnViewportPosition(3) + Grid1().columnWidth(3) - 1;
+        const QPoint to(edge + pixels, 5);
+        QTest::mousePress(header, Qt::LeftButton, Qt::NoModifier, QPoint(edge, 5));
+        QMouseEvent move(QEvent::MouseMove, to, header->mapToGlobal(to), Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(header, &move);
+        QTest::mouseRelease(header, Qt::LeftButton, Qt::NoModifier, to);
+        QCoreApplication::processEvents();
+    };
+    const auto roomRight = [&] { return Grid1().width() - Text1().geometry().right() - 1; };
+    const int before = grid.colWidth(4);
+    widen(Grid1().width());
+    ASSERT_GT(grid.colWidth(4), before);
+    EXPECT_EQ(roomRight(), 3) << "at start nothing is fitted: cut as on entering";
+    const QPoint inCells(Grid1().viewport()->rect().center());
+    QMouseEvent hover(QEvent::MouseMove, inCells, Grid1().viewport()->mapToGlobal(inCells), Qt::NoButton, Qt::NoButton,
+                      Qt::NoModifier);
+    QCoreApplication::sendEvent(Grid1().viewport(), &hover);
+    widen(15);
+    EXPECT_EQ(roomRight(), 2) << "fitted up to the grid's own edge";
+    EXPECT_EQ(Text1().text(), "42");
+    EXPECT_EQ(Text1().geometry().topLeft(), Grid1().cellRect(2, 4).topLeft());
+    press(Qt::Key_Down);
+    EXPECT_EQ(cell(2, 4), "42");
 }
 
 TEST_F(Form1Editor, F5ConvertsAcresFromTheBoxAndFromTheGrid)
