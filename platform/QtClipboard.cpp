@@ -5,6 +5,7 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QImage>
 #include <QMimeData>
 
 namespace kalvo {
@@ -23,6 +24,18 @@ QString QtClipboard::text() const
 void QtClipboard::setText(const QString& text)
 {
     QGuiApplication::clipboard()->setText(text);
+}
+
+void QtClipboard::setPicture(const QByteArray& png)
+{
+    const QImage image = QImage::fromData(png, "PNG");
+    if (image.isNull())
+        return;
+    // Both forms: most programs take an image, some (and the web) only the PNG file with its own resolution.
+    auto* data = new QMimeData;
+    data->setImageData(image);
+    data->setData(QStringLiteral("image/png"), png);
+    QGuiApplication::clipboard()->setMimeData(data);
 }
 
 void QtClipboard::clear()

@@ -12,6 +12,7 @@ public:
     bool hasText() const override;
     QString text() const override;
     void setText(const QString& text) override;
+    void setPicture(const QByteArray& png) override;
     void clear() override;
 };
 

@@ -86,7 +86,7 @@ public:
 };
 
 /// The clipboard. A bare LF in what other programs left is given as CR LF, so that no command ever glues lines
-/// together.
+/// together. Text and picture replace each other.
 class Clipboard
 {
 public:
@@ -94,6 +94,9 @@ public:
     virtual bool hasText() const = 0;
     virtual QString text() const = 0;
     virtual void setText(const QString& text) = 0;
+    /// A picture as the bytes of a PNG file, so that logic needs no image class. Bytes that are no PNG leave the
+    /// clipboard as it was.
+    virtual void setPicture(const QByteArray& png) = 0;
     virtual void clear() = 0;
 };
 

@@ -31,6 +31,7 @@ public:
     bool hasText() const override { return false; }
     QString text() const override { return {}; }
     void setText(const QString&) override {}
+    void setPicture(const QByteArray&) override {}
     void clear() override {}
 };
 class NoClock : public Clock

@@ -29,6 +29,7 @@ public:
     bool hasText() const override { return !m_text.isEmpty(); }
     QString text() const override { return m_text; }
     void setText(const QString& text) override { m_text = text; }
+    void setPicture(const QByteArray&) override { m_text.clear(); }
     void clear() override { m_text.clear(); }
 
 private:

@@ -5,11 +5,14 @@
 #include "tests/support/GridText.h"
 
 #include <QApplication>
+#include <QBuffer>
 #include <QClipboard>
 #include <QFileDialog>
+#include <QImage>
 #include <QInputDialog>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QMimeData>
 #include <QPushButton>
 #include <QTimer>
 
@@ -123,6 +126,23 @@ TEST(QtClipboards, GiveLineFeedsOfOthersAsFullLineEnds)
     clipboard.clear();
     EXPECT_FALSE(clipboard.hasText());
     EXPECT_EQ(clipboard.text(), "");
+}
+
+TEST(QtClipboards, TakeAPictureInPlaceOfTheText)
+{
+    QtClipboard clipboard;
+    clipboard.setText("KK");
+    clipboard.setPicture("not a picture");
+    EXPECT_EQ(clipboard.text(), "KK");
+    QImage image(3, 2, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    QByteArray png;
+    QBuffer buffer(&png);
+    ASSERT_TRUE(image.save(&buffer, "PNG"));
+    clipboard.setPicture(png);
+    EXPECT_FALSE(clipboard.hasText());
+    EXPECT_EQ(QGuiApplication::clipboard()->image().size(), QSize(3, 2));
+    EXPECT_EQ(QGuiApplication::clipboard()->mimeData()->data("image/png"), png);
 }
 
 TEST(QtTextMeasures, AgreeWithTheFontItself)

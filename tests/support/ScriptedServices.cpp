@@ -195,11 +195,21 @@ void ScriptedClipboard::setText(const QString& text)
 {
     m_text = text;
     m_hasText = true;
+    m_picture.clear();
+}
+
+void ScriptedClipboard::setPicture(const QByteArray& png)
+{
+    if (!png.startsWith("\x89PNG"))
+        ADD_FAILURE() << "a picture that is no PNG";
+    clear();
+    m_picture = png;
 }
 
 void ScriptedClipboard::clear()
 {
     m_text.clear();
+    m_picture.clear();
     m_hasText = false;
 }
 

@@ -106,12 +106,16 @@ public:
     bool hasText() const override { return m_hasText; }
     QString text() const override;
     void setText(const QString& text) override;
+    void setPicture(const QByteArray& png) override;
     void clear() override;
+    /// The PNG bytes put there last; empty once a text was put there.
+    QByteArray picture() const { return m_picture; }
     /// What was put there, without the care that `text` takes of bare line feeds.
     QString raw() const { return m_text; }
 
 private:
     QString m_text;
+    QByteArray m_picture;
     bool m_hasText = false;
 };
 
