@@ -8,6 +8,8 @@
 #include "platform/QtClock.h"
 #include "platform/QtDialogs.h"
 #include "platform/QtTextMeasure.h"
+#include "results/ResultCommands.h"
+#include "results/ResultDesk.h"
 #include "run/RunCommands.h"
 #include "run/frmDebugOutput_DebugScreen.h"
 #include "shell/ColorScreens.h"
@@ -74,22 +76,23 @@ QFont deckFont()
 }
 
 /// Command groups of the rooms above the deck, for the first page and each clone.
-void addGroups(Workspace& page)
+void addGroups(Workspace& page, const std::shared_ptr<ResultDesk>& desk)
 {
     const auto places = EnginePlaces::ofSystem(page.services.folder, QCoreApplication::applicationDirPath());
-    auto run =
-        std::make_shared<RunCommands>(page.deck, page.services, page.commands, page.panels, page.screens, places);
+    auto run = std::make_shared<RunCommands>(page.deck, page.services, page.commands, page.panels, page.screens, places,
+                                             desk->sharedTables());
     QObject::connect(&run->events, &RunEvents::focusWanted, &page, &Workspace::focusWanted);
     page.engineText = [places] { return QStringLiteral("HEC-1: ") + locateEngine(places).described(); };
     page.keep(std::move(run));
+    page.keep(std::make_shared<ResultCommands>(desk, page.commands));
     registerColorScreens(page.looks, page.editContext);
     page.commands.add(QStringLiteral("about"), [&screens = page.screens] { screens.show(QStringLiteral("Form3")); });
 }
 
-std::unique_ptr<Workspace> clonePage(Workspace& first)
+std::unique_ptr<Workspace> clonePage(Workspace& first, const std::shared_ptr<ResultDesk>& desk)
 {
     auto page = std::make_unique<Workspace>(first.services, first.screens, &first);
-    addGroups(*page);
+    addGroups(*page, desk);
     return page;
 }
 
@@ -114,15 +117,16 @@ int main(int argc, char* argv[])
     Services services{dialogs, clipboard, clock, process, folder, measure};
 
     Screens screens;
+    const auto desk = std::make_shared<ResultDesk>(services, screens, std::make_shared<ResultTables>());
     Workspace page(services, screens);
-    addGroups(page);
+    addGroups(page, desk);
     frmDebugOutput::registerIn(screens, services);
     Form3::registerIn(screens, page.engineText);
 
     std::unique_ptr<Form1> form;
     const auto load = [&] {
         form = std::make_unique<Form1>(page);
-        form->setCloneMaker(clonePage);
+        form->setCloneMaker([desk](Workspace& first) { return clonePage(first, desk); });
         dialogs.setParentWidget(form.get());
         form->load();
     };

@@ -77,8 +77,13 @@ bool GraphCommand::readTables()
         failed(problem->text());
         return false;
     }
-    for (const char* name : {"mnu_hydrodata", "mnu_runoffvolumes", "mnu_peakflows", "mnu_tabular", "mnu_saveAll"})
-        m_commands.setEnabled(QString::fromLatin1(name), true);
+    if (m_tables.lastIntervalMinutes == 0.0) {
+        const QString news = QStringLiteral("The time step of this run is 0: times, centers of mass and volumes are 0");
+        qCWarning(logRun).noquote() << "graph:" << news;
+        if (!hasWideInterval)
+            m_panels.set(7, news);
+    }
+    m_tables.tellFilled();
     if (m_screens.isKnown(kGrapher))
         m_screens.show(kGrapher);
     m_panels.setProgress(-1);

@@ -55,7 +55,7 @@ void ResultTables::forget(const QString& screen)
 
 void ResultTables::follow(Screens& screens)
 {
-    connect(&screens, &Screens::screenUnloaded, this, &ResultTables::forget);
+    connect(&screens, &Screens::screenUnloaded, this, &ResultTables::forget, Qt::UniqueConnection);
 }
 
 } // namespace kalvo

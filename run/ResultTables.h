@@ -48,8 +48,8 @@ struct GrapherLists
     ListModel List5; ///< JD simulations
 };
 
-/// What the full reader found in the last run, as grids and lists that the result screens show. One instance for each
-/// main screen. A table is forgotten when its screen is unloaded, so that none is ever older than the last run.
+/// What the full reader found in the last run, as grids and lists that the result screens show. One instance for all
+/// pages, for they share the run files and the screens. A table is forgotten when its screen is unloaded, so that none is ever older than the last run.
 class ResultTables : public QObject
 {
     Q_OBJECT
@@ -66,6 +66,9 @@ public:
     FlexGrid peakTable;
     GrapherLists GRAPHER;
     RunCounts counts;
+    /// What the full reader counted when it filled the tables above; index readers leave these alone.
+    RunCounts tableCounts;
+    QString deckName; ///< of the deck whose run was read: base name without folder or extension
     int lastOrdinates = 0;            ///< NQ of the last header
     double lastIntervalMinutes = 0.0; ///< NMIN of the last header
 
@@ -75,9 +78,15 @@ public:
     void follow(Screens& screens);
     /// Tells the screens that a reader is done.
     void tellChanged() { Q_EMIT changed(); }
+    /// The full reader has filled the tables: their screens can be opened, from every page.
+    void tellFilled() { Q_EMIT filled(); }
+    /// A run has begun: what the tables held is gone for every page.
+    void tellStale() { Q_EMIT stale(); }
 
 Q_SIGNALS:
     void changed();
+    void filled();
+    void stale();
 };
 
 } // namespace kalvo

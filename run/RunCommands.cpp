@@ -9,6 +9,7 @@
 #include "run/SummaryReport.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 namespace kalvo {
 
@@ -48,11 +49,17 @@ struct RunCommands::Busy
 };
 
 RunCommands::RunCommands(Deck& deck, Services& services, Commands& commands, StatusPanels& panels, Screens& screens,
-                         EnginePlaces places)
-    : m_deck(deck), m_services(services), m_commands(commands), m_panels(panels), m_screens(screens),
-      m_places(std::move(places)), m_graph(services, commands, panels, screens, tables, state)
+                         EnginePlaces places, std::shared_ptr<ResultTables> shared)
+    : m_shared(shared ? std::move(shared) : std::make_shared<ResultTables>()), tables(*m_shared), m_deck(deck),
+      m_services(services), m_commands(commands), m_panels(panels), m_screens(screens), m_places(std::move(places)),
+      m_graph(services, commands, panels, screens, tables, state)
 {
     tables.follow(screens);
+    connect(&tables, &ResultTables::filled, this, [this] {
+        enable(m_commands, resultCommands(), true);
+        enable(m_commands, {QStringLiteral("mnu_saveAll")}, true);
+    });
+    connect(&tables, &ResultTables::stale, this, [this] { enable(m_commands, resultCommands(), false); });
     connect(&deck, &Deck::replaced, this, [this] { m_panels.setToolTip(kHelpPanel, QString()); });
     const auto add = [this](const char* name, void (RunCommands::*body)()) {
         m_commands.add(
@@ -68,6 +75,12 @@ RunCommands::RunCommands(Deck& deck, Services& services, Commands& commands, Sta
 }
 
 RunCommands::~RunCommands() = default;
+
+bool RunCommands::graph()
+{
+    tables.deckName = QFileInfo(m_deck.currentFileName).completeBaseName();
+    return m_graph.graph();
+}
 
 void RunCommands::runhec_Click()
 {
@@ -136,6 +149,7 @@ void RunCommands::forgetResults()
         m_screens.unload(screen);
         tables.forget(screen);
     }
+    tables.tellStale();
 }
 
 bool RunCommands::prepare(const QString& noZzText)

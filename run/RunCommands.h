@@ -14,6 +14,8 @@
 
 #include <QObject>
 
+#include <memory>
+
 namespace kalvo {
 
 /// The run commands of one main screen: writes the deck, starts HEC-1, waits with events running, judges and tells how
@@ -22,6 +24,8 @@ namespace kalvo {
 ///
 /// All run files lie in the program's folder, so there is one run at a time: a second one is ignored while one is
 /// going. (Opening, New and closing ask the same process and refuse with a message.)
+///
+/// All pages are given the same tables; without any a page has its own.
 ///
 /// @code
 ///     auto run = std::make_shared<RunCommands>(page.deck, services, page.commands, page.panels, screens,
@@ -34,17 +38,23 @@ class RunCommands : public QObject
 
 public:
     RunCommands(Deck& deck, Services& services, Commands& commands, StatusPanels& panels, Screens& screens,
-                EnginePlaces places);
+                EnginePlaces places, std::shared_ptr<ResultTables> shared = nullptr);
     ~RunCommands() override;
 
     RunState state;
     RunEvents events;
-    ResultTables tables; ///< of the last run that `graph` read
+
+private:
+    const std::shared_ptr<ResultTables> m_shared;
+
+public:
+    ResultTables& tables; ///< of the last run that `graph` read on any page
 
     void runhec_Click();
     void mnu_rundebug();
     void mnu_winhec();
-    bool graph() { return m_graph.graph(); }
+    /// @return true when the tables hold the whole run.
+    bool graph();
     /// Looks for the normal end in the last report, shows it in panel 7 and sets `hecRanOK`; tells HEC-1's errors
     /// otherwise.
     void chknormalend();

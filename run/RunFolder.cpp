@@ -27,7 +27,7 @@ void RunFolder::keep()
 
 QString RunFolder::clear() const
 {
-    for (const char* name : {kReport, kTape21}) {
+    for (const char* name : {kReport, kTape21, kStages}) {
         const QString file = QString::fromLatin1(name);
         if (!m_folder.remove(file))
             return QStringLiteral("The old '%1' cannot be removed from '%2'.").arg(file, path());

@@ -19,6 +19,7 @@ public:
     static constexpr auto kReport = "checky.out";
     static constexpr auto kDss = "checky.dss";
     static constexpr auto kTape21 = "TAPE21";
+    static constexpr auto kStages = "FLOW_AND_STAGE_STORAGE.TXT"; ///< written only for routings with an ST card
     static constexpr auto kConsole = "kalvodebugoutput.txt";
 
     explicit RunFolder(const ProgramFolder& folder) : m_folder(folder) {}
@@ -30,11 +31,12 @@ public:
     QString file(const char* name) const { return m_folder.file(QString::fromLatin1(name)); }
     QString report() const { return file(kReport); }
     QString tape21() const { return file(kTape21); }
+    QString stages() const { return file(kStages); }
     /// Leaves a temporary folder behind when the object goes.
     void keep();
 
-    /// Makes the folder ready for a run: TAPE21 is empty and the last report is gone in every spelling, so that a run
-    /// that writes nothing is never judged by the one before it.
+    /// Makes the folder ready for a run: TAPE21 is empty, the last report and the last stages are gone in every spelling,
+    /// so that a run that writes nothing is never judged, and a deck without pools never shown, by the one before it.
     /// @return why it cannot be done, empty when it is done.
     QString clear() const;
 

@@ -14,10 +14,6 @@ namespace {
 
 constexpr std::string_view kNormalEnd = "*** NORMAL END OF HEC-1 ***";
 constexpr std::string_view kErrorMarks[] = {"*** HEC1 ERROR", "*** HEC-1 ERROR"};
-constexpr std::string_view kPlanHeading = "PEAK FLOW AND STAGE (END-OF-PERIOD)";
-constexpr std::string_view kRunoffHeading = "           RUNOFF SUMMARY";
-/// Headings that repeat list everything behind them again; a damaged report shall not fill the memory by it.
-constexpr qsizetype kMostBlockLines = 1'000'000;
 
 bool holds(std::string_view line, std::string_view words)
 {
@@ -69,7 +65,7 @@ QStringList linesFrom(const QString& path, const std::function<bool(std::string_
     forEachReportLine(path, [&](std::string_view line) {
         if (!lines.isEmpty() || isHeading(line))
             lines.append(latin1(line));
-        return lines.size() < kMostBlockLines;
+        return lines.size() < kMostSummaryLines;
     });
     return lines;
 }
@@ -156,29 +152,41 @@ std::optional<double> findComputationInterval(const QString& path)
 
 QList<SummaryBlock> summaryBlocks(const QString& path)
 {
-    return summaryBlocks(linesFrom(path, [](std::string_view line) { return holds(line, kPlanHeading); }));
+    return summaryBlocks(linesFrom(path, [](std::string_view line) { return holds(line, kPlanSummaryHeading); }));
 }
 
 QList<SummaryBlock> summaryBlocks(const QStringList& lines)
 {
     constexpr int kRoutingLines = 7;
     constexpr int kPumpLines = 11;
+    // The lines are searched once: with thousands of headings in a report each of them costs its own blocks alone.
+    QList<qsizetype> headings;
+    QList<SummaryBlock> inOrder;
+    QList<qsizetype> starts; // of those blocks
+    const auto take = [&](SummaryBlock::Kind kind, qsizetype at, int count) {
+        inOrder.append({kind, lines.mid(at, count)});
+        starts.append(at);
+    };
+    for (qsizetype i = 0; i < lines.size(); ++i) {
+        if (holds(lines[i], kPlanSummaryHeading))
+            headings.append(i);
+        if (headings.isEmpty())
+            continue;
+        if (holds(lines[i], "ROUTED TO"))
+            take(SummaryBlock::Kind::RoutedTo, i, kRoutingLines);
+        if (holds(lines[i], "PUMP FLOW TO"))
+            take(SummaryBlock::Kind::PumpFlowTo, i, kPumpLines);
+    }
     QList<SummaryBlock> blocks;
     qsizetype taken = 0;
-    for (qsizetype heading = 0; heading < lines.size(); ++heading) {
-        if (!holds(lines[heading], kPlanHeading))
-            continue;
-        for (qsizetype i = heading; i < lines.size(); ++i) {
-            const bool isRouting = holds(lines[i], "ROUTED TO");
-            if (!isRouting && !holds(lines[i], "PUMP FLOW TO"))
-                continue;
-            blocks.append({isRouting ? SummaryBlock::Kind::RoutedTo : SummaryBlock::Kind::PumpFlowTo,
-                           lines.mid(i, isRouting ? kRoutingLines : kPumpLines)});
-            taken += blocks.last().lines.size();
-            if (taken > kMostBlockLines)
+    for (const qsizetype heading : headings)
+        for (qsizetype i = std::lower_bound(starts.begin(), starts.end(), heading) - starts.begin(); i < starts.size();
+             ++i) {
+            blocks.append(inOrder[i]);
+            taken += inOrder[i].lines.size();
+            if (taken > kMostSummaryLines)
                 return blocks;
         }
-    }
     return blocks;
 }
 
@@ -223,7 +231,7 @@ BasinStages basinStages(const QList<SummaryBlock>& blocks)
 StorageSummary storageSummary(const QString& path)
 {
     return storageSummary(linesFrom(
-        path, [](std::string_view line) { return holds(line, kPlanHeading) || holds(line, kRunoffHeading); }));
+        path, [](std::string_view line) { return holds(line, kPlanSummaryHeading) || holds(line, kRunoffSummaryHeading); }));
 }
 
 StorageSummary storageSummary(const QStringList& lines)
@@ -234,9 +242,9 @@ StorageSummary storageSummary(const QStringList& lines)
             if (holds(line, "NORMAL END OF HEC-1"))
                 break;
             summary.lines.append(line);
-        } else if (holds(line, kPlanHeading)) {
+        } else if (holds(line, kPlanSummaryHeading)) {
             summary.kind = StorageSummary::Kind::Standard;
-        } else if (holds(line, kRunoffHeading)) {
+        } else if (holds(line, kRunoffSummaryHeading)) {
             summary.kind = StorageSummary::Kind::Type1;
         }
     }

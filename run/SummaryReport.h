@@ -44,6 +44,13 @@ OrdinateCount findOrdinateCount(const QString& path);
 /// when no such line is there or it tells no number above 0.
 std::optional<double> findComputationInterval(const QString& path);
 
+/// Heading of the summary of several plans or ratios, and of the one that HEC-1 prints in its place for a single plan and
+/// ratio.
+inline constexpr std::string_view kPlanSummaryHeading = "PEAK FLOW AND STAGE (END-OF-PERIOD)";
+inline constexpr std::string_view kRunoffSummaryHeading = "           RUNOFF SUMMARY";
+/// Headings that repeat list everything behind them again; a damaged report shall not fill the memory by it.
+inline constexpr qsizetype kMostSummaryLines = 1'000'000;
+
 /// One routing or pump of the summary: the line that names it and those that belong to it.
 struct SummaryBlock
 {
@@ -57,7 +64,7 @@ struct SummaryBlock
 };
 
 /// The blocks behind each heading "PEAK FLOW AND STAGE (END-OF-PERIOD)", from the heading's line to the end of the
-/// report. A second heading lists those behind it once more.
+/// report. A second heading lists those behind it once more. They end with the block that reaches `kMostSummaryLines`.
 QList<SummaryBlock> summaryBlocks(const QString& path);
 QList<SummaryBlock> summaryBlocks(const QStringList& lines);
 

@@ -178,6 +178,7 @@ std::optional<Tape21Problem> fillTables(Tape21&& tape, ResultTables& tables, con
         putTimes(tables.hydrographTable, last.intervalMinutes, hourPicture);
     }
     putNumberLists(tables);
+    tables.tableCounts = tables.counts;
     return std::nullopt;
 }
 

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "results/ResultCommands.h"
+
+#include "platform/CommandGuard.h"
+
+namespace kalvo {
+
+ResultCommands::ResultCommands(std::shared_ptr<ResultDesk> desk, Commands& commands)
+    : m_desk(std::move(desk)), m_commands(commands)
+{
+    addScreen("mnu_peakflows", "Form9");
+    addScreen("mnu_tabular", "Form10");
+    addScreen("mnu_runoffvolumes", "FrmRunoffVolumes");
+    connect(m_desk.get(), &ResultDesk::closed, this, &ResultCommands::takeClosed);
+    connect(m_desk.get(), &ResultDesk::runsAllowed, this,
+            [this](bool allowed) { m_commands.setEnabled(QStringLiteral("runhec"), allowed); });
+}
+
+void ResultCommands::addScreen(const char* command, const char* screen)
+{
+    const QString name = QString::fromLatin1(screen);
+    if (m_desk->screens().isKnown(name))
+        m_commands.add(
+            QString::fromLatin1(command), [this, name] { m_desk->screens().show(name); }, logResults);
+}
+
+void ResultCommands::takeClosed(const QString& screen)
+{
+    if (screen == QLatin1String("Form10"))
+        m_commands.setEnabled(QStringLiteral("mnu_tabular"), false);
+    else if (screen == QLatin1String("Form9"))
+        m_commands.setEnabled(QStringLiteral("mnu_peakflows"), false);
+}
+
+} // namespace kalvo

@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The detailed routings that HEC-1 writes for pools with an ST card (FLOW_AND_STAGE_STORAGE.TXT): for each station, plan
+// and ratio a line that names them, a line of headings and a line for each ordinate.
+#pragma once
+
+#include "platform/FlexGrid.h"
+#include "platform/Services.h"
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+#include <string_view>
+
+namespace kalvo {
+
+/// The file rules ahead of a viewer of detailed routings. False when there is nothing to show, which has been told, and
+/// when the user does not want to wait for a file of more than 2,400,000 bytes.
+bool mayShowDetailedRoutings(Services& services);
+
+/// Bytes of `FLOW_AND_STAGE_STORAGE.TXT` with every line ended by CR LF, so that positions are those of the text box;
+/// none when the file cannot be read.
+std::optional<QByteArray> detailedRoutings(const ProgramFolder& folder);
+
+/// What `List1` of `DetRes` lists, one entry for each "LOW AREA=" of the text: station, ratio and the place to jump to,
+/// "BASIN   RATIO  1     //   16". The words are searched from position 0 and cut from position 1, which is what puts
+/// the six characters of the station ahead of them into the label. The list ends with the first block that has no
+/// "RATIO" or whose label would start ahead of the text.
+QStringList jumpEntries(std::string_view text);
+
+/// The place behind the last "//" of an entry, in characters from 0; none when no number stands there.
+std::optional<qsizetype> jumpPosition(const QString& entry);
+
+/// The columns of the report parted by TABs. Runs of six, five, four, three and two blanks each become one, then pairs
+/// of TABs fall to one, three times: seven blanks leave one behind the TAB, sixty leave two TABs.
+QString columnsByTabs(QString text);
+
+/// Lays the file out in the grid of `detres2`: headings in columns 1 to 6 of row 0, a row for each line. What reaches
+/// past column 6 is dropped. False when the file cannot be read; the grid then holds the headings alone.
+bool fillRoutingGrid(FlexGrid& grid, const QString& path);
+
+} // namespace kalvo
