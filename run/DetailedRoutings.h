@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The detailed routings that HEC-1 writes for pools with an ST card (FLOW_AND_STAGE_STORAGE.TXT): for each station, plan
-// and ratio a line that names them, a line of headings and a line for each ordinate.
+// The detailed routings that HEC-1 writes for pools with an ST card (FLOW_AND_STAGE_STORAGE.TXT): for each station,
+// plan and ratio a line that names them, a line of headings and a line for each ordinate.
 #pragma once
 
 #include "platform/FlexGrid.h"

@@ -35,8 +35,9 @@ public:
     /// Leaves a temporary folder behind when the object goes.
     void keep();
 
-    /// Makes the folder ready for a run: TAPE21 is empty, the last report and the last stages are gone in every spelling,
-    /// so that a run that writes nothing is never judged, and a deck without pools never shown, by the one before it.
+    /// Makes the folder ready for a run: TAPE21 is empty, the last report and the last stages are gone in every
+    /// spelling, so that a run that writes nothing is never judged, and a deck without pools never shown, by the one
+    /// before it.
     /// @return why it cannot be done, empty when it is done.
     QString clear() const;
 

@@ -230,8 +230,9 @@ BasinStages basinStages(const QList<SummaryBlock>& blocks)
 
 StorageSummary storageSummary(const QString& path)
 {
-    return storageSummary(linesFrom(
-        path, [](std::string_view line) { return holds(line, kPlanSummaryHeading) || holds(line, kRunoffSummaryHeading); }));
+    return storageSummary(linesFrom(path, [](std::string_view line) {
+        return holds(line, kPlanSummaryHeading) || holds(line, kRunoffSummaryHeading);
+    }));
 }
 
 StorageSummary storageSummary(const QStringList& lines)

@@ -44,8 +44,8 @@ OrdinateCount findOrdinateCount(const QString& path);
 /// when no such line is there or it tells no number above 0.
 std::optional<double> findComputationInterval(const QString& path);
 
-/// Heading of the summary of several plans or ratios, and of the one that HEC-1 prints in its place for a single plan and
-/// ratio.
+/// Heading of the summary of several plans or ratios, and of the one that HEC-1 prints in its place for a single plan
+/// and ratio.
 inline constexpr std::string_view kPlanSummaryHeading = "PEAK FLOW AND STAGE (END-OF-PERIOD)";
 inline constexpr std::string_view kRunoffSummaryHeading = "           RUNOFF SUMMARY";
 /// Headings that repeat list everything behind them again; a damaged report shall not fill the memory by it.
