@@ -6,7 +6,6 @@
 #include "platform/FlexGrid.h"
 #include "platform/Services.h"
 
-#include <QList>
 #include <QString>
 #include <QStringList>
 
@@ -19,14 +18,11 @@ namespace kalvo {
 /// when the user does not want to wait for a file of more than 2,400,000 bytes.
 bool mayShowDetailedRoutings(Services& services);
 
-/// Bytes of `FLOW_AND_STAGE_STORAGE.TXT` with every line ended by CR LF, so that positions are those of the text box;
-/// none when the file cannot be read.
-std::optional<QByteArray> detailedRoutings(const ProgramFolder& folder);
-
 /// What `List1` of `DetRes` lists, one entry for each "LOW AREA=" of the text: station, ratio and the place to jump to,
 /// "BASIN   RATIO  1     //   16". The words are searched from position 0 and cut from position 1, which is what puts
 /// the six characters of the station ahead of them into the label. The list ends with the first block that has no
 /// "RATIO" or whose label would start ahead of the text.
+/// @param text as the text box holds it, lines ended by CR LF
 QStringList jumpEntries(std::string_view text);
 
 /// The place behind the last "//" of an entry, in characters from 0; none when no number stands there.
