@@ -178,6 +178,7 @@ struct PlainClipboard : Clipboard
     bool hasText() const override { return true; }
     QString text() const override { return contents; }
     void setText(const QString& text) override { contents = text; }
+    void setPicture(const QByteArray&) override { contents.clear(); }
     void clear() override { contents.clear(); }
 };
 
