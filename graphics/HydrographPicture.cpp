@@ -1,14 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "graphics/HydrographPicture.h"
 
-#include <QBuffer>
-#include <QFileInfo>
-#include <QPainter>
-#include <QPdfWriter>
-#include <QSaveFile>
-#include <QSvgGenerator>
+#include "platform/ChartExport.h"
+#include "platform/ChartSeries.h"
 
-#include "graphics/CustomPlot.h"
+#include <QSaveFile>
+
+#include "platform/CustomPlot.h"
 
 #include <array>
 
@@ -21,18 +19,13 @@ constexpr int kSingleHeight = 700;
 constexpr int kMostPanels = 12;
 constexpr int kMostCurves = 16;
 
-// Eight colours that colour-blind people can tell apart (Okabe and Ito, 2008), none too pale on white; with more curves
-// the dash changes, so that colour is never the only difference.
-constexpr std::array<QRgb, 8> kColors = {0xFF0072B2, 0xFFD55E00, 0xFF009E73, 0xFFCC79A7,
-                                         0xFF56B4E9, 0xFFE69F00, 0xFF000000, 0xFF8C6D31};
-constexpr std::array<Qt::PenStyle, 3> kDashes = {Qt::SolidLine, Qt::DashLine, Qt::DashDotLine};
-
 QPen penOf(int index)
 {
-    const auto n = static_cast<size_t>(index);
-    QPen pen(QColor::fromRgb(kColors[n % kColors.size()]));
+    constexpr std::array<Qt::PenStyle, 4> kDashes = {Qt::SolidLine, Qt::DashLine, Qt::DotLine, Qt::DashDotLine};
+    const ChartLook look = chartLook(index, false);
+    QPen pen(QColor::fromRgb(static_cast<QRgb>(look.color)));
     pen.setWidthF(1.8);
-    pen.setStyle(kDashes[(n / kColors.size()) % kDashes.size()]);
+    pen.setStyle(kDashes[static_cast<size_t>(look.dash)]);
     return pen;
 }
 
@@ -121,51 +114,12 @@ void drawPanel(QCustomPlot& plot, QCPLayout& place, const Panel& panel)
     rect->axis(QCPAxis::atLeft)->setRange(flows);
 }
 
-QString saveVector(QCustomPlot& plot, QPaintDevice& device, QSize size, double scale)
-{
-    QCPPainter painter;
-    if (!painter.begin(&device))
-        return QStringLiteral("The picture could not be drawn.");
-    painter.setMode(QCPPainter::pmVectorized);
-    painter.setMode(QCPPainter::pmNoCaching);
-    painter.scale(scale, scale);
-    plot.toPainter(&painter, size.width(), size.height());
-    return painter.end() ? QString() : QStringLiteral("The picture could not be finished.");
-}
-
-QString encode(QCustomPlot& plot, QSize size, const QString& kind, QByteArray& bytes)
-{
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    if (kind == QLatin1String("svg")) {
-        QSvgGenerator svg;
-        svg.setOutputDevice(&buffer);
-        svg.setSize(size);
-        svg.setViewBox(QRect(QPoint(0, 0), size));
-        return saveVector(plot, svg, size, 1.0);
-    }
-    if (kind == QLatin1String("pdf")) {
-        QPdfWriter pdf(&buffer);
-        pdf.setResolution(96);
-        pdf.setPageMargins(QMarginsF());
-        pdf.setPageSize(QPageSize(QSizeF(size) * 0.75, QPageSize::Point));
-        return saveVector(plot, pdf, size, 1.0);
-    }
-    QImage image(size * 2, QImage::Format_RGB32);
-    image.setDevicePixelRatio(2.0);
-    image.fill(Qt::white);
-    const QString why = saveVector(plot, image, size, 1.0);
-    if (!why.isEmpty())
-        return why;
-    return image.save(&buffer, "PNG") ? QString() : QStringLiteral("The picture could not be made a PNG.");
-}
-
 } // namespace
 
 QString writeHydrographPicture(const QVector<HydrographSeries>& series, const QString& title, const QString& path)
 {
-    const QString kind = QFileInfo(path).suffix().toLower();
-    if (kind != QLatin1String("png") && kind != QLatin1String("svg") && kind != QLatin1String("pdf"))
+    const auto kind = pictureKindOf(path);
+    if (!kind || kind == PictureKind::Bmp)
         return QStringLiteral("'%1' ends in neither .png, .svg nor .pdf.").arg(path);
     if (series.isEmpty())
         return QStringLiteral("There is no hydrograph to draw.");
@@ -191,8 +145,8 @@ QString writeHydrographPicture(const QVector<HydrographSeries>& series, const QS
 
     const int height =
         panels.size() == 1 ? kSingleHeight : 40 + kPanelHeight * static_cast<int>((panels.size() + 1) / 2);
-    QByteArray bytes;
-    const QString why = encode(plot, QSize(kWidth, height), kind, bytes);
+    QString why;
+    const QByteArray bytes = plotPicture(plot, QSize(kWidth, height), *kind, 2.0, why);
     if (!why.isEmpty())
         return why;
     QSaveFile file(path);
