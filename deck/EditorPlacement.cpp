@@ -98,18 +98,6 @@ int noFitAfterMove(int noFitAfterDrag, const EditorSurroundings& around, int x, 
     return hasScrollBar(around) ? 1 : 0;
 }
 
-int wheelStep(bool pageMode, int gridHeight, int headerHeight)
-{
-    if (!pageMode || headerHeight <= 0)
-        return 1;
-    return std::max(1, static_cast<int>(std::floor(static_cast<double>(gridHeight) / headerHeight - 3.0)));
-}
-
-int wheelTopRow(int topRow, int rows, int delta, int step)
-{
-    return delta < 1 ? std::min(topRow + step, rows - 1) : std::max(topRow - step, 1);
-}
-
 double largerText(double points)
 {
     return std::min(points + 1.0, kLargestText);

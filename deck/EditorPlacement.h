@@ -55,11 +55,6 @@ EditorPlace FitTextBox(const EditorSurroundings& around);
 /// where none does; otherwise it stays as it was. While it is 1 the end of a drag does not run FitTextBox.
 int noFitAfterMove(int noFitAfterDrag, const EditorSurroundings& around, int x, int y);
 
-/// Rows that one click of the wheel scrolls: 1, or with `pageMode` (Ctrl held) what the grid shows less 3, at least 1.
-int wheelStep(bool pageMode, int gridHeight, int headerHeight);
-/// The top row after the wheel turned by `delta`: below 1 is towards the user and goes down, to the last row at most.
-int wheelTopRow(int topRow, int rows, int delta, int step);
-
 /// The text size after `uptext` (16 at most) and `DOWNTEXT` (7 at least), points.
 double largerText(double points);
 double smallerText(double points);

@@ -3,6 +3,7 @@
 #include "deck/EditorBox.h"
 #include "deck/Form1_MainScreen.h"
 #include "platform/FlexGridView.h"
+#include "platform/GridActions.h"
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -58,6 +59,10 @@ void Form1::outputIsStale()
 void Form1::keyInEditor(QKeyEvent* key)
 {
     m_page.commands.setEnabled(QStringLiteral("runhec"), true);
+    if (isPopupKey(*key)) {
+        key->accept();
+        return;
+    }
     if (key->key() == Qt::Key_F5) {
         m_page.editing.convertArea();
         key->accept();
@@ -110,6 +115,10 @@ void Form1::followMove(const EditorMove& move)
 
 void Form1::keyOnGrid(QKeyEvent* key)
 {
+    if (isPopupKey(*key)) {
+        key->accept();
+        return;
+    }
     if (key->key() == Qt::Key_F5) {
         m_page.editing.convertArea();
         key->accept();
@@ -153,6 +162,16 @@ void Form1::MouseWheel(int delta, Qt::KeyboardModifiers modifiers)
     FlexGrid& grid = m_page.deck.Grid1;
     const int step = wheelStep(wheelPageMode, Grid1->heightTwips(), grid.rowHeight(0));
     grid.setTopRow(wheelTopRow(grid.topRow(), grid.rows(), delta, step));
+}
+
+/// Shift+F10 stands for the menu key, which many keyboards do not have; not every platform sees to that itself.
+bool Form1::isPopupKey(const QKeyEvent& key)
+{
+    if (key.key() != Qt::Key_F10 || key.modifiers() != Qt::ShiftModifier)
+        return false;
+    const FlexGrid& grid = m_page.deck.Grid1;
+    showPopup(Grid1->mapToGlobal(Grid1->cellRect(grid.row(), grid.col()).center()));
+    return true;
 }
 
 void Form1::showPopup(const QPoint& globalPoint)

@@ -3,6 +3,7 @@
 
 #include "deck/ImportDeck.h"
 #include "deck/ImportScreens.h"
+#include "deck/ScreenWindow.h"
 #include "platform/FlexGridView.h"
 
 #include <QAction>

@@ -3,6 +3,7 @@
 
 #include "deck/FreeFormatDesk.h"
 #include "deck/ImportScreens.h"
+#include "deck/ScreenWindow.h"
 #include "platform/FlexGrid.h"
 
 #include <QAction>

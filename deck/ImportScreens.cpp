@@ -8,13 +8,10 @@
 #include "deck/Free_TextView.h"
 #include "deck/ImportCommands.h"
 
-#include <QAction>
 #include <QFontDatabase>
 #include <QFontMetrics>
 #include <QLabel>
 #include <QMainWindow>
-#include <QMenu>
-#include <QMenuBar>
 #include <QPlainTextDocumentLayout>
 #include <QPlainTextEdit>
 #include <QTextCursor>
@@ -89,26 +86,6 @@ void replaceText(QTextDocument& document, const QString& text)
     cursor.select(QTextCursor::Document);
     cursor.insertText(text);
     cursor.endEditBlock();
-}
-
-QAction* addMenuEntry(QMainWindow& screen, const QString& menu, const char* name, const QString& caption,
-                      std::function<void()> body)
-{
-    auto* action = new QAction(caption, &screen);
-    action->setObjectName(QString::fromLatin1(name));
-    action->setMenuRole(QAction::NoRole);
-    QObject::connect(action, &QAction::triggered, &screen, std::move(body));
-    if (menu.isEmpty()) {
-        screen.menuBar()->addAction(action);
-        return action;
-    }
-    for (QAction* top : screen.menuBar()->actions())
-        if (top->menu() && top->text() == menu) {
-            top->menu()->addAction(action);
-            return action;
-        }
-    screen.menuBar()->addMenu(menu)->addAction(action);
-    return action;
 }
 
 QLabel* adviceLabel(const char* name, QWidget* parent)

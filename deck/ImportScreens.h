@@ -8,11 +8,7 @@
 #include <QFont>
 #include <QString>
 
-#include <functional>
-
-class QAction;
 class QLabel;
-class QMainWindow;
 class QPlainTextEdit;
 class QTextDocument;
 class QWidget;
@@ -36,10 +32,6 @@ QPlainTextEdit* cardTextBox(const char* name, QWidget* parent);
 
 /// Replaces a whole text in one step that the user can take back.
 void replaceText(QTextDocument& document, const QString& text);
-
-/// An entry of a screen's menu bar, or with `menu` of that menu ("&File"), under its given name.
-QAction* addMenuEntry(QMainWindow& screen, const QString& menu, const char* name, const QString& caption,
-                      std::function<void()> body);
 
 /// A line of advice below the controls, hidden while it has no words.
 QLabel* adviceLabel(const char* name, QWidget* parent);

@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <functional>
+
+class QAction;
+class QMainWindow;
 class QPushButton;
 class QString;
 class QWidget;
@@ -12,5 +16,9 @@ void showAbove(QWidget& screen, const QWidget* window);
 
 /// A button with its given name that Enter elsewhere does not press.
 QPushButton* namedButton(const char* name, const QString& caption, QWidget* parent);
+
+/// An entry of a screen's menu bar, or with `menu` of that menu ("&File"), under its given name.
+QAction* addMenuEntry(QMainWindow& screen, const QString& menu, const char* name, const QString& caption,
+                      std::function<void()> body);
 
 } // namespace kalvo

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "platform/OutputSink.h"
 #include "run/BatchOptions.h"
 #include "run/EngineLocator.h"
-#include "run/OutputSink.h"
 #include "run/RunOutcome.h"
 
 #include <QByteArray>

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "run/BatchTables.h"
 
+#include "platform/GridCsv.h"
 #include "platform/text.h"
 
 #include <algorithm>
@@ -130,14 +131,6 @@ double hoursToPeak(const std::vector<double>& flows, double intervalMinutes)
     if (largest == flows.end() || *largest <= 0.0)
         return 0.0;
     return static_cast<double>(largest - flows.begin()) * intervalMinutes / kMinutesInHour;
-}
-
-QByteArray csvField(const QString& text)
-{
-    QByteArray field = text.toUtf8();
-    if (!field.contains(',') && !field.contains('"') && !field.contains('\r') && !field.contains('\n'))
-        return field;
-    return '"' + field.replace('"', "\"\"") + '"';
 }
 
 QByteArray peaksCsv(const QString& deck, const Tape21& tape, DeckUnits units)

@@ -36,8 +36,6 @@ QByteArray hydrographsCsv(const QString& deck, const Tape21& tape, DeckUnits uni
 /// One object; `messages` is what was told of the deck.
 QByteArray deckJson(const QString& deck, const RunOutcome& outcome, int status, const QStringList& messages,
                     const Tape21& tape, DeckUnits units);
-/// A CSV field, in quotes where it needs them.
-QByteArray csvField(const QString& text);
 /// Puts the deck ahead of each row of HEC-1's own table; `withHeading` keeps its first row.
 QByteArray withDeckColumn(const QString& deck, const QByteArray& csv, bool withHeading);
 

@@ -3,6 +3,7 @@
 #include "deck/EditorPlacement.h"
 #include "deck/SystemFamily.h"
 #include "deck/TextSize.h"
+#include "platform/GridActions.h"
 
 #include "tests/deck/FakeEditBox.h"
 #include "tests/support/GridText.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "run/OutputSink.h"
+#include "platform/OutputSink.h"
 
 #include <QFile>
 #include <QFileInfo>
