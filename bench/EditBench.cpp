@@ -126,6 +126,43 @@ void areaPasteOf1000Rows(benchmark::State& state)
         page.grid.setCursor(3, 1);
     });
 }
+/// A step back, or forth, over a pasted block: every row below it stands elsewhere.
+void stepOverAPaste(benchmark::State& state, const char* step, const char* stepBack)
+{
+    Page page(state);
+    page.clipboard.setText(page.rowsOfText(std::min(1000, page.grid.rows() - 1)));
+    page.grid.setCursor(2, 1);
+    page.run("editpaste");
+    page.run("mnu_undo"); // the rows are empty again
+    if (QLatin1String(step) == QLatin1String("mnu_undo"))
+        page.run("mnu_redo");
+    page.run(step);
+    page.run(stepBack);
+    QApplication::processEvents();
+    for (auto _ : state) {
+        page.run(step);
+        state.PauseTiming();
+        page.run(stepBack);
+        QApplication::processEvents();
+        state.ResumeTiming();
+    }
+}
+void stepOverAnInsertedRow(benchmark::State& state, const char* step, const char* stepBack)
+{
+    Page page(state);
+    page.grid.setCursor(2, 1);
+    page.run("newinsertrow");
+    if (QLatin1String(step) == QLatin1String("mnu_redo"))
+        page.run("mnu_undo");
+    QApplication::processEvents();
+    for (auto _ : state) {
+        page.run(step);
+        state.PauseTiming();
+        page.run(stepBack);
+        QApplication::processEvents();
+        state.ResumeTiming();
+    }
+}
 void copyAll(benchmark::State& state)
 {
     timed(state, "editcopy", [](Page& page) { page.view.selectAll(); });
@@ -184,6 +221,10 @@ BENCHMARK(deleteRow) KALVO_SIZES;
 BENCHMARK(deleteLines) KALVO_SIZES;
 BENCHMARK(pasteOf1000Rows) KALVO_SIZES;
 BENCHMARK(areaPasteOf1000Rows) KALVO_SIZES;
+BENCHMARK_CAPTURE(stepOverAPaste, undo, "mnu_undo", "mnu_redo") KALVO_SIZES;
+BENCHMARK_CAPTURE(stepOverAPaste, redo, "mnu_redo", "mnu_undo") KALVO_SIZES;
+BENCHMARK_CAPTURE(stepOverAnInsertedRow, undo, "mnu_undo", "mnu_redo") KALVO_SIZES;
+BENCHMARK_CAPTURE(stepOverAnInsertedRow, redo, "mnu_redo", "mnu_undo") KALVO_SIZES;
 BENCHMARK(copyAll) KALVO_SIZES;
 BENCHMARK(cutAll) KALVO_SIZES;
 BENCHMARK(replaceAll) KALVO_SIZES;

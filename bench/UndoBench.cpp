@@ -8,6 +8,8 @@
 
 #include <benchmark/benchmark.h>
 
+#include <malloc.h>
+
 using namespace kalvo;
 
 namespace {
@@ -38,6 +40,28 @@ void keystroke(benchmark::State& state)
     }
     state.SetComplexityN(state.range(0));
 }
+/// What the allocator has handed out after 200 keystrokes, a level each.
+void memoryOfAKeystroke(benchmark::State& state)
+{
+    constexpr int kKeys = 200;
+    double bytes = 0;
+    for (auto _ : state) {
+        FlexGrid grid;
+        fill(grid, static_cast<int>(state.range(0)));
+        UndoStore store;
+        store.record(grid); // the first one measures every text
+        const auto before = mallinfo2();
+        for (int key = 0; key < kKeys; ++key) {
+            grid.setTextMatrix(1 + key % 400, 3, QString::number(key));
+            store.record(grid);
+        }
+        const auto after = mallinfo2();
+        bytes = static_cast<double>(after.uordblks + after.hblkhd - before.uordblks - before.hblkhd) / kKeys;
+    }
+    state.counters["bytes"] = bytes;
+    state.SetComplexityN(state.range(0));
+}
+BENCHMARK(memoryOfAKeystroke)->Arg(500)->Arg(5000)->Arg(50000)->Iterations(1);
 BENCHMARK(keystroke)->Arg(500)->Arg(5000)->Arg(50000)->Complexity(benchmark::oN)->Unit(benchmark::kMicrosecond);
 
 void bareCopyOfAllTexts(benchmark::State& state)

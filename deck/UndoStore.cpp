@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "deck/UndoStore.h"
 
-#include <QStringList>
-
 #include <algorithm>
 
 namespace kalvo {
@@ -10,17 +8,7 @@ namespace kalvo {
 void pour(const UndoLevel& level, FlexGrid& grid)
 {
     const FlexGrid::Bulk bulk(grid);
-    grid.setRows(level.deck.rows());
-    const int cols = std::min(level.deck.cols(), grid.cols());
-    QStringList texts;
-    for (int row = 0; row < grid.rows(); ++row) {
-        if (grid.sharesRow(level.deck, row))
-            continue;
-        texts.clear();
-        for (int col = 0; col < cols; ++col)
-            texts.append(level.deck.textMatrix(row, col));
-        grid.setRowTexts(row, 0, texts);
-    }
+    grid.restoreTexts(level.deck);
     grid.setCursor(level.row, level.col);
     grid.setTopRow(level.topRow);
 }

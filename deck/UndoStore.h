@@ -61,7 +61,7 @@ private:
 };
 
 /// Puts the texts and the cursor of a level into the grid. Heights and looks stay where they are; rows that the grid
-/// gains are of its standard height. Rows that the grid still shares with the level cost a comparison only.
+/// gains are of its standard height. Rows without looks are shared with the level again, and cost no copy.
 void pour(const UndoLevel& level, FlexGrid& grid);
 
 } // namespace kalvo

@@ -53,6 +53,15 @@ void Body::checkCol(int atCol) const
         throwOutside("Column", atCol, cols - 1);
 }
 
+namespace {
+
+bool hasLooks(const RowPtr& cells)
+{
+    return cells && std::any_of(cells->looks.begin(), cells->looks.end(), [](quint32 look) { return look != 0; });
+}
+
+} // namespace
+
 // -- Writing cells ----------------------------------------------------------------------------------------------
 
 RowCells& FlexGrid::Private::writable(int row)
@@ -477,6 +486,15 @@ double FlexGrid::number(int row, int col) const
     return column ? column->at(row) : std::numeric_limits<double>::quiet_NaN();
 }
 
+std::optional<FlexGrid::Numbers> FlexGrid::numbers(int col) const
+{
+    d->body.checkCol(col);
+    const NumberColumn* column = d->body.numberColumn(col);
+    if (!column)
+        return std::nullopt;
+    return Numbers{column->firstRow, column->values, &column->format};
+}
+
 // -- Snapshots ----------------------------------------------------------------------------------------------------
 
 FlexGrid::Snapshot::Snapshot() = default;
@@ -534,6 +552,35 @@ void FlexGrid::restore(const Snapshot& snapshot)
     }
     if (moves && rows() > 0 && cols() > 0)
         Q_EMIT enteredCell();
+}
+
+void FlexGrid::restoreTexts(const Snapshot& snapshot)
+{
+    if (snapshot.isEmpty())
+        return;
+    const Snapshot kept = snapshot; // as in restore
+    const Body& from = kept.d->body;
+    Body& body = d->body;
+    const Bulk bulk(*this);
+    setRows(from.rowCount());
+    const int width = std::min(cols(), from.cols);
+    const bool plain = cols() == from.cols && body.numbers.isEmpty() && from.numbers.isEmpty();
+    bool changed = false;
+    for (int row = 0; row < body.rowCount(); ++row) {
+        const RowPtr& now = body.rows.at(row);
+        const RowPtr& then = from.rows.at(row);
+        if (plain && now == then)
+            continue;
+        if (plain && !hasLooks(now) && !hasLooks(then)) {
+            body.rows[row] = then;
+            changed = true;
+            continue;
+        }
+        for (int col = 0; col < width; ++col)
+            changed = d->writeText(row, col, from.textAt(row, col)) || changed;
+    }
+    if (changed)
+        d->cellsChanged(0, 0, rows() - 1, cols() - 1);
 }
 
 bool FlexGrid::sharesRow(const Snapshot& snapshot, int row) const

@@ -8,6 +8,8 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
+#include <span>
 #include <vector>
 
 namespace kalvo {
@@ -151,6 +153,15 @@ public:
     bool isNumberColumn(int col) const;
     /// The number behind a cell, NaN where none stands (text column, above the first row, below the last value).
     double number(int row, int col) const;
+    /// The numbers behind a column as they lie in memory, for loops over millions of them.
+    struct Numbers
+    {
+        int firstRow = 0; ///< row of the first one
+        std::span<const double> values;
+        const NumberFormatter* format = nullptr;
+    };
+    /// None for a text column. Good until the grid changes.
+    std::optional<Numbers> numbers(int col) const;
 
     // -- Cursor and selection -----------------------------------------------------------------------------------
     int row() const;
@@ -245,6 +256,10 @@ public:
     /// rows and columns, the grid's font and the fill style stay. Signalled like a Bulk. An empty snapshot does
     /// nothing.
     void restore(const Snapshot& snapshot);
+    /// Puts back only how many rows there were and their texts; heights, looks and all else stay where they are. A row
+    /// without looks of its own, here and there, is shared with the snapshot again and costs no copy. Signalled like a
+    /// Bulk; a cursor that would stand outside behaves as with `setRows`. An empty snapshot does nothing.
+    void restoreTexts(const Snapshot& snapshot);
     /// True while row `row` is still the very row that the snapshot holds, no copy: nothing was written to it since.
     bool sharesRow(const Snapshot& snapshot, int row) const;
 
