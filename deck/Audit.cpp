@@ -136,13 +136,18 @@ void Auditor::checkCharacter(int row, QChar character, bool blankIsGood)
     add(row, kIdColumn, QStringLiteral("Lower Case or Incorrect Character(s) %1 in row %2").arg(id(row), label(row)));
 }
 
+/// Told column by column, but looked at row by row: a row's cells lie side by side in memory.
 void Auditor::passOtherFields()
 {
-    for (int col = kFieldOne + 1; col < m_grid.cols(); ++col)
-        for (int row = 1; row < m_grid.rows(); ++row)
+    std::vector<std::vector<int>> rowsOf(static_cast<size_t>(m_grid.cols()));
+    for (int row = 1; row < m_grid.rows(); ++row)
+        for (int col = kFieldOne + 1; col < m_grid.cols(); ++col)
             if (m_grid.textMatrix(row, col).size() > fieldWidth(col))
-                add(row, col,
-                    QStringLiteral("Too Many Characters Row %1 Col %2").arg(label(row), m_grid.textMatrix(0, col)));
+                rowsOf[static_cast<size_t>(col)].push_back(row);
+    for (int col = kFieldOne + 1; col < m_grid.cols(); ++col)
+        for (const int row : rowsOf[static_cast<size_t>(col)])
+            add(row, col,
+                QStringLiteral("Too Many Characters Row %1 Col %2").arg(label(row), m_grid.textMatrix(0, col)));
 }
 
 void Auditor::passFreeFormat()

@@ -29,6 +29,8 @@ void AuditCommands::runAudit()
             connect(&deck, &Deck::cardsDropped, this, [&] { remarks << m_context.panels.text(StatusPanels::kPanels); });
         deck.trimtozz();
         disconnect(dropped);
+        if (!remarks.isEmpty())
+            deck.noteChange(); // the file still holds the cards that went
         // Every finding names its card by the number in column 0.
         deck.newlines();
     }

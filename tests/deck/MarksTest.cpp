@@ -108,6 +108,18 @@ TEST_F(Audited, EndsEarlyWithTheCursorWhereItWas)
     EXPECT_EQ(grid.row(), 2);
 }
 
+TEST_F(Audited, ChangesTheDeckOnlyWhereItCutsCards)
+{
+    fill("KK|A\nZZ\n|");
+    page.deck.dataSaved = true;
+    run("auditdata");
+    EXPECT_TRUE(page.deck.dataSaved);
+    page.deck.setEditorActive(false); // or the deck would grow under the cursor
+    fill("KK|A\nZZ\nBA|parked");
+    run("auditdata");
+    EXPECT_FALSE(page.deck.dataSaved) << "the file still holds the card that went";
+}
+
 TEST_F(Audited, GoesToTheCellOfALine)
 {
     fill("KK|A\nKO|||||21\nBA|1234567\nZZ");
@@ -383,7 +395,10 @@ TEST_F(Looks, OnlyColoursThatWerePickedAreApplied)
 
     for (int i = 0; i < kColorItems; ++i)
         colors[static_cast<size_t>(i)] = rgb(10 + i, 0, 0);
+    FakeEditBox box(page.deck);
+    box.contents = "typed";
     page.looks.applyItems(colors);
+    EXPECT_EQ(grid.textMatrix(2, 2), "typed") << "beside the open screen, and not yet stored";
     EXPECT_EQ(told, (std::vector<std::string>{"form", "form", "edit", "grapher"}));
     EXPECT_EQ(grid.colors().backColor, rgb(10, 0, 0));
     EXPECT_EQ(grid.colors().backColorBkg, rgb(11, 0, 0));
