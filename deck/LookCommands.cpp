@@ -169,6 +169,7 @@ ItemColors LookCommands::itemColors() const
 
 void LookCommands::applyItems(const ItemColors& colors)
 {
+    m_context.deck.storeEditBox(); // the editor is filled anew with its cell's colour
     const ItemColors shown = itemColors();
     for (size_t i = 0; i < colors.size(); ++i)
         if (colors[i] != shown[i])

@@ -91,6 +91,7 @@ void NewIDCard::identify()
     const QString id = Combo1->currentText();
     if (id.isEmpty())
         return;
+    m_context.deck.storeEditBox(); // the deck can be edited while this screen stands open
     identifyCards(m_context.deck, id);
     reject();
 }

@@ -242,6 +242,7 @@ TEST_F(MarkKeys, IdentifiesCardsOfOneKind)
     EXPECT_EQ(box->focusWidget(), in<QPushButton>(box, "OKButton"));
     expectNothingCutOff(box);
 
+    Text1().setText("typed"); // beside the open screen
     combo->lineEdit()->selectAll();
     QTest::keyClicks(combo->lineEdit(), "kkx");
     EXPECT_EQ(combo->currentText(), "KK");
@@ -251,6 +252,7 @@ TEST_F(MarkKeys, IdentifiesCardsOfOneKind)
     EXPECT_EQ(grid.cellFormat(3, 1).foreColor, Rgb::None);
     EXPECT_EQ(grid.row(), 3);
     EXPECT_TRUE(Text1().isVisible());
+    EXPECT_EQ(cell(3, 3), "typed");
 }
 
 TEST_F(MarkKeys, AnEmptyDeckHasNothingToIdentify)
