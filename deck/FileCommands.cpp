@@ -162,7 +162,6 @@ void FileCommands::resetUndo()
     m_deck.undoCount = 1;
     for (const char* name : {"mnu_undo", "mnu_redo", "mnupopupundo", "mnu_popupredo"})
         m_commands.setEnabled(QString::fromLatin1(name), false);
-    m_commands.setChecked(QStringLiteral("mnu_undooff"), false);
     m_panels.set(2, QStringLiteral("Undo %1 ").arg(m_deck.undoCount));
 }
 
@@ -184,6 +183,8 @@ void FileCommands::finishLoad(const QString& path, const QStringList& lines)
     m_commands.setEnabled(QStringLiteral("auditdata"), true);
     m_commands.setEnabled(QStringLiteral("runhec"), true);
     resetUndo();
+    // The tick alone: recording stays as the user set it. New leaves both.
+    m_commands.setChecked(QStringLiteral("mnu_undooff"), false);
     showName(path);
     m_deck.dataSaved = true;
     m_deck.setGridShown(true);

@@ -115,6 +115,19 @@ TEST(UndoStore, LevelsShareTheRowsThatNobodyWrote)
     EXPECT_EQ(shared, grid.rows() - 50);
     store.undo(grid);
     EXPECT_TRUE(grid.sharesRow(store.levels().front().deck, 999)) << "a step back writes only what differs";
+
+    store.record(grid);
+    CellFormat bold;
+    bold.bold = true;
+    grid.setCellFormat(700, 1, bold);
+    grid.insertRow(1);
+    store.undo(grid);
+    const FlexGrid::Snapshot& level = store.levels().at(49).deck;
+    EXPECT_TRUE(grid.sharesRow(level, 998)) << "rows that had moved are shared again, not copied";
+    EXPECT_EQ(grid.textMatrix(701, 1), "701");
+    EXPECT_TRUE(grid.cellFormat(701, 1).bold) << "looks stay where they are";
+    grid.setTextMatrix(998, 1, "x");
+    EXPECT_EQ(level.textMatrix(998, 1), "998") << "and a level never follows the grid";
 }
 
 TEST(UndoStore, ANewLevelAfterStepsBackReplacesTheOldOne)
@@ -404,6 +417,11 @@ TEST_F(UndoCommandsTest, ALoadTakesTheTickOffButLeavesRecordingOffAndSaysSo)
     EXPECT_TRUE(undo.undoOff());
     EXPECT_EQ(panels.text(2), "Undo Off ");
     EXPECT_TRUE(panels.toolTip(2).startsWith("Undo Off"));
+    run("mnu_undooff");
+    EXPECT_TRUE(commands.isChecked("mnu_undooff"));
+    services.dialogs.willAnswer(Button::Ok);
+    files.newhec1();
+    EXPECT_TRUE(commands.isChecked("mnu_undooff") && undo.undoOff()) << "New leaves tick and recording alone";
 }
 
 // -- Resets ----------------------------------------------------------------------------------------------------------
