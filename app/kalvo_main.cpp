@@ -10,6 +10,8 @@
 #include "platform/QtTextMeasure.h"
 #include "results/ResultCommands.h"
 #include "results/ResultDesk.h"
+#include "run/RoutingCommands.h"
+#include "run/RoutingScreens.h"
 #include "run/RunCommands.h"
 #include "run/frmDebugOutput_DebugScreen.h"
 #include "shell/ColorScreens.h"
@@ -83,6 +85,7 @@ void addGroups(Workspace& page, const std::shared_ptr<ResultDesk>& desk)
                                              desk->sharedTables());
     QObject::connect(&run->events, &RunEvents::focusWanted, &page, &Workspace::focusWanted);
     page.engineText = [places] { return QStringLiteral("HEC-1: ") + locateEngine(places).described(); };
+    page.keep(std::make_shared<RoutingCommands>(page.services, page.commands, page.screens, run->events));
     page.keep(std::move(run));
     page.keep(std::make_shared<ResultCommands>(desk, page.commands));
     registerColorScreens(page.looks, page.editContext);
@@ -121,6 +124,7 @@ int main(int argc, char* argv[])
     Workspace page(services, screens);
     addGroups(page, desk);
     frmDebugOutput::registerIn(screens, services);
+    registerRoutingScreens(screens, services, [&page] { Q_EMIT page.focusWanted(); });
     Form3::registerIn(screens, page.engineText);
 
     std::unique_ptr<Form1> form;
@@ -143,6 +147,7 @@ int main(int argc, char* argv[])
         show();
     }
     page.files.opencommandline(options.deck);
+    form->offerLeftDecks();
     const int status = QApplication::exec();
     screens.unloadAll();
     return status;

@@ -37,7 +37,7 @@ void RoutingCommands::readAgain()
         m_screens.repaint(QString::fromLatin1(name));
 }
 
-void saveRoutings(Services& services, const QString& text)
+void saveRoutings(Services& services, const QByteArray& text)
 {
     if (text.isEmpty()) {
         services.dialogs.tell(QStringLiteral("No Data to Save!"));
@@ -51,9 +51,7 @@ void saveRoutings(Services& services, const QString& text)
     const auto chosen = services.dialogs.saveFile(dialog);
     if (!chosen || chosen->isEmpty())
         return;
-    int lost = 0; // none: what HEC-1 wrote came from bytes
-    writeChosenFile(services, QFileInfo(*chosen).absoluteFilePath(), textFileBytes(text, &lost),
-                    QStringLiteral("in the window"));
+    writeChosenFile(services, QFileInfo(*chosen).absoluteFilePath(), text, QStringLiteral("in the window"));
 }
 
 } // namespace kalvo

@@ -6,8 +6,8 @@
 #include "platform/Services.h"
 #include "run/RunState.h"
 
+#include <QByteArray>
 #include <QObject>
-#include <QString>
 
 namespace kalvo {
 
@@ -33,7 +33,7 @@ private:
 
 /// `mnu_Save` of the viewers: asks for a name and writes the text. An empty text is told and not written, a write that
 /// fails is told too.
-/// @param text lines ended by CR LF or LF
-void saveRoutings(Services& services, const QString& text);
+/// @param text lines ended by CR LF, as they stand in the file
+void saveRoutings(Services& services, const QByteArray& text);
 
 } // namespace kalvo

@@ -1,0 +1,158 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "run/DetRes_DetailedRoutings.h"
+
+#include "platform/LargeTextView.h"
+#include "run/DetailedRoutings.h"
+#include "run/RoutingCommands.h"
+#include "run/RunFolder.h"
+
+#include <QAction>
+#include <QFontMetrics>
+#include <QListView>
+#include <QMenu>
+#include <QSplitter>
+#include <QStringListModel>
+
+namespace kalvo {
+
+namespace {
+
+const QString kName = QStringLiteral("DetRes");
+const QString kNoData = QStringLiteral("No Data was provided for Reservoir Routings.");
+constexpr int kEntryCharacters = 34; ///< an entry with a position of five digits, and a scroll bar
+
+} // namespace
+
+DetRes::DetRes(RoutingSurroundings around, QWidget* parent) : QMainWindow(parent), m_around(std::move(around))
+{
+    setObjectName(kName);
+    setWindowTitle(QStringLiteral("Detailed Reservoir Routings"));
+    buildControls();
+    buildMenus();
+    resize(960, 600);
+}
+
+void DetRes::buildControls()
+{
+    auto* middle = new QSplitter(this);
+    List1 = new QListView(middle);
+    List1->setObjectName(QStringLiteral("List1"));
+    List1->setFont(routingFont());
+    List1->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    List1->setUniformItemSizes(true);
+    List1->setToolTip(QStringLiteral("Station, ratio and place in the text: click to go there"));
+    m_entries = new QStringListModel(this);
+    List1->setModel(m_entries);
+    connect(List1, &QListView::clicked, this, &DetRes::jump);
+    connect(List1, &QListView::activated, this, &DetRes::jump);
+    rb = new LargeTextView(middle);
+    rb->setObjectName(QStringLiteral("rb"));
+    rb->setFont(routingFont());
+    rb->refresh();
+    middle->setStretchFactor(1, 1);
+    middle->setSizes({QFontMetrics(routingFont()).horizontalAdvance(u'0') * kEntryCharacters, 650});
+    setCentralWidget(middle);
+}
+
+void DetRes::buildMenus()
+{
+    RoutingMenu menu;
+    menu.save = [this] { saveRoutings(m_around.services, rb->text().mid(0, rb->text().length())); };
+    menu.copy = [this] { copySelection(false); };
+    menu.copyAsData = [this] { copySelection(true); };
+    menu.selectAll = [this] { rb->select(0, rb->text().length()); };
+    menu.find = [this] { find(false); };
+    menu.findAgain = [this] { find(true); };
+    menu.grid = [this] { m_around.screens.show(QStringLiteral("detres2")); };
+    menu.goBack = [this] {
+        close();
+        m_around.toMainScreen();
+    };
+    auto* popup = new QMenu(this);
+    popup->setObjectName(QStringLiteral("Popup"));
+    popup->addActions(buildRoutingMenu(*this, menu));
+    connect(rb, &LargeTextView::contextMenuAsked, popup, [popup](const QPoint& point) { popup->popup(point); });
+}
+
+void DetRes::showScreen()
+{
+    repaintScreen();
+    show();
+    raise();
+    activateWindow();
+    rb->setFocus();
+    if (!m_why.isEmpty())
+        m_around.services.dialogs.warn(
+            QStringLiteral("The file %1 cannot be read.\r\n%2").arg(QString::fromLatin1(RunFolder::kStages), m_why));
+    else if (rb->text().isEmpty())
+        m_around.services.dialogs.tell(kNoData);
+}
+
+void DetRes::repaintScreen()
+{
+    m_why.clear();
+    std::optional<TextBuffer> text = TextBuffer::load(RunFolder(m_around.services.folder).stages(), &m_why);
+    TextBuffer shown = text ? std::move(*text) : TextBuffer();
+    const QByteArrayView whole = shown.whole();
+    m_entries->setStringList(jumpEntries({whole.data(), static_cast<size_t>(whole.size())}));
+    rb->setPlaceholder(kNoData);
+    rb->setText(std::move(shown));
+    rb->setSelStart(0);
+    SetTopLine(0);
+}
+
+void DetRes::closeEvent(QCloseEvent* event)
+{
+    QMainWindow::closeEvent(event);
+    m_around.screens.unload(kName);
+}
+
+void DetRes::jump(const QModelIndex& entry)
+{
+    const auto position = jumpPosition(entry.data().toString());
+    if (!position)
+        return;
+    rb->setSelStart(*position);
+    SetTopLine(rb->text().lineFromChar(*position));
+}
+
+void DetRes::SetTopLine(qsizetype line)
+{
+    rb->setTopLine(line);
+}
+
+// -- Copy and find ---------------------------------------------------------------------------------------------------
+
+void DetRes::copySelection(bool asData)
+{
+    const QString text = rb->SelText();
+    if (text.isEmpty())
+        m_around.services.dialogs.tell(QStringLiteral("Nothing Selected"));
+    else
+        m_around.services.clipboard.setText(asData ? columnsByTabs(text) : text);
+}
+
+void DetRes::find(bool again)
+{
+    if (!again || m_sought.isEmpty()) {
+        const auto answer =
+            m_around.services.dialogs.input(QStringLiteral("Find in Routings"), windowTitle(), m_sought);
+        if (!answer || answer->isEmpty())
+            return;
+        m_sought = *answer;
+    }
+    const QByteArray words = m_sought.toLatin1();
+    qsizetype hit = -1;
+    if (QString::fromLatin1(words) == m_sought) { // else no file of bytes holds it
+        const TextNeedle needle(words, Qt::CaseInsensitive);
+        hit = rb->text().find(needle, rb->SelStart() + (again ? 1 : 0));
+        if (hit < 0)
+            hit = rb->text().find(needle);
+    }
+    if (hit >= 0)
+        rb->select(hit, words.size());
+    else
+        m_around.services.dialogs.tell(QStringLiteral("\"%1\" was not found.").arg(m_sought));
+}
+
+} // namespace kalvo

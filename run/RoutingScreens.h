@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The viewers of reservoir routings, and what they share.
+#pragma once
+
+#include "platform/Screens.h"
+#include "platform/Services.h"
+
+#include <QFont>
+#include <QList>
+
+#include <functional>
+
+class QAction;
+class QMainWindow;
+
+namespace kalvo {
+
+/// What a viewer of routings is made with.
+struct RoutingSurroundings
+{
+    Screens& screens;
+    Services& services;
+    std::function<void()> toMainScreen; ///< gives the keyboard back to the deck
+};
+
+/// Makes the screens known as "frmRouting", "DetRes" and "detres2".
+/// @param toMainScreen is called when the user goes back to the main screen
+void registerRoutingScreens(Screens& screens, Services& services, std::function<void()> toMainScreen);
+
+/// "Courier New", or what stands for it: the columns of a report line up in a font of fixed pitch alone.
+QFont routingFont();
+
+/// What the menus of the viewers do. A body that is missing leaves its entry out.
+struct RoutingMenu
+{
+    std::function<void()> save, copy, copyAsData, selectAll, find, findAgain, grid, goBack;
+};
+
+/// Builds the menu bar of a viewer with the entries that have bodies.
+/// @return entries for its pop-up
+QList<QAction*> buildRoutingMenu(QMainWindow& viewer, const RoutingMenu& menu);
+
+} // namespace kalvo
