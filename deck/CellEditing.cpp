@@ -197,8 +197,11 @@ void CellEditing::tellField(int row, int col, const QString& lineNumber, Help he
     panels.set(4, QStringLiteral(" Row ") + lineNumber + u' ');
     panels.set(5, isIdColumn ? QStringLiteral(" Field 0 ") : QStringLiteral(" Field ") + field + u' ');
     panels.set(6, variable);
-    if (help == Help::Show)
-        panels.set(7, isIdColumn ? m_help->cardDescription(id) : m_help->variableDescription(id, variable));
+    // Another cell's help goes in any case; what a command has told stays.
+    if (help == Help::Leave && panels.text(7) != m_toldHelp)
+        return;
+    m_toldHelp = isIdColumn ? m_help->cardDescription(id) : m_help->variableDescription(id, variable);
+    panels.set(7, m_toldHelp);
 }
 
 void CellEditing::growIfNearEnd(int row)

@@ -99,7 +99,7 @@ public:
 
     void leaveCell();
     void enterCell();
-    /// Panels 3 to 6 for the current cell; panel 7 keeps what a command has just told there.
+    /// Panels 3 to 6 for the current cell, and panel 7 unless a command has just told something there.
     void showField();
     /// The user changed the editor's text: records it and gives the editor its colour.
     void typed();
@@ -119,6 +119,7 @@ private:
     Deck& m_deck;
     FieldHelp m_noHelp;
     const FieldHelp* m_help = &m_noHelp;
+    QString m_toldHelp; ///< what panel 7 was last given for a cell
     std::function<void()> m_recordUndo;
 };
 

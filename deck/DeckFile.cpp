@@ -192,6 +192,16 @@ QByteArray canonicalDeck(const FlexGrid& grid)
     return cards.bytes();
 }
 
+QByteArray canonicalDeck(const QList<QStringList>& cells)
+{
+    CardCollector cards;
+    for (QStringList card : cells) {
+        card.resize(kLastColumn);
+        cards.add(savedCard(card));
+    }
+    return cards.bytes();
+}
+
 SaveEffect effectOfSaving(const QStringList& lines, const FlexGrid& grid)
 {
     SaveEffect effect;

@@ -69,6 +69,8 @@ CardNotes appendCard(QByteArray& out, const QStringList& cells, bool padded);
 /// that must not lose anything. Blank lines at the end are left out.
 QByteArray canonicalDeck(const QStringList& lines);
 QByteArray canonicalDeck(const FlexGrid& grid);
+/// The same of cells: 1 to 11 of each row, as far as there is text.
+QByteArray canonicalDeck(const QList<QStringList>& cards);
 
 /// What a save would do to a deck that was just read.
 struct SaveEffect

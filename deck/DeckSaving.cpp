@@ -37,6 +37,7 @@ SaveOutcome savefile(Deck& deck, const QString& fileName)
         return outcome;
     }
     outcome.status = SaveOutcome::Status::Saved;
+    outcome.bytes = text.bytes;
     if (!isRunFile)
         deck.cutOffFile = text.longIdRow > 0 ? outcome.path : QString();
     if (text.longIdRow > 0) {

@@ -20,6 +20,7 @@ struct SaveOutcome
     };
     Status status = Status::NotWritten;
     QString path;            ///< full path of the file
+    QByteArray bytes;        ///< what stands in it now, unless nothing was written
     QList<int> pushedRows;   ///< see DeckBytes
     QList<int> overlongRows; ///< see DeckBytes
     QList<int> oddRows;      ///< see DeckBytes

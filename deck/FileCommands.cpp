@@ -39,6 +39,11 @@ QString nameBehindFolder(const QString& path)
     return path.mid(mark + 1);
 }
 
+bool isSameFile(const QString& one, const QString& other)
+{
+    return one == other || QFileInfo(one) == QFileInfo(other);
+}
+
 QString linesText(int count)
 {
     return count == 1 ? QStringLiteral("1 line") : QStringLiteral("%1 lines").arg(count);
@@ -50,7 +55,8 @@ FileCommands::FileCommands(Deck& deck, Services& services, Commands& commands, S
                            RecentFiles* shared)
     : m_deck(deck), m_services(services), m_commands(commands), m_panels(panels), m_screens(screens),
       m_ownRecent(shared ? nullptr : std::make_unique<RecentFiles>(services)),
-      m_recent(shared ? shared : m_ownRecent.get()), m_recovery(deck)
+      m_recent(shared ? shared : m_ownRecent.get()), m_recovery(deck),
+      m_copy(deck, [this] { return m_recovery.differsFromFile(); }), m_watch(deck)
 {
     commands.add(QStringLiteral("openhec"), [this] { openhec(); });
     commands.add(QStringLiteral("savehec"), [this] { savehec(); });
@@ -141,6 +147,8 @@ bool FileCommands::opener(const QString& fileName)
         m_deck.newlines();
     }
     finishLoad(path, deck.lines);
+    if (!QDir::isRelativePath(fileName)) // a run file is nobody else's
+        m_watch.remember(path, bytes);
     return true;
 }
 
@@ -151,6 +159,7 @@ void FileCommands::clearGrid()
     m_deck.Grid1.clear();
     m_deck.setEmptyLayout();
     m_deck.Grid1.setTopRow(1);
+    m_deck.offeredFilePath.clear();
     if (EditBox* box = m_deck.editBox()) {
         box->setText(QString());
         box->setTint(EditBox::Tint::AtRest);
@@ -174,21 +183,27 @@ void FileCommands::forgetPath()
 {
     m_deck.currentFileName.clear();
     m_deck.currentFilePath.clear();
+    m_watch.forget();
     m_panels.set(1, QString());
 }
 
 /// What every load ends with, once the cards stand in the grid.
-void FileCommands::finishLoad(const QString& path, const QStringList& lines)
+void FileCommands::loaded(const QString& name)
 {
     m_commands.setEnabled(QStringLiteral("auditdata"), true);
     m_commands.setEnabled(QStringLiteral("runhec"), true);
     resetUndo();
     // The tick alone: recording stays as the user set it. New leaves both.
     m_commands.setChecked(QStringLiteral("mnu_undooff"), false);
-    showName(path);
+    showName(name);
     m_deck.dataSaved = true;
     m_deck.setGridShown(true);
     Q_EMIT m_deck.replaced();
+}
+
+void FileCommands::finishLoad(const QString& path, const QStringList& lines)
+{
+    loaded(path);
     tellEffectOfSaving(lines);
     if (const QString news = freeFormatNews(m_deck); !news.isEmpty())
         m_services.dialogs.warn(news);
@@ -258,9 +273,10 @@ void FileCommands::opencommandline(const QString& argument)
     const QString path = absolute(argument);
     const QFileInfo file(path);
     QStringList lines;
+    std::optional<QByteArray> bytes;
     bool good = file.isFile() && file.size() <= kLargestDeck;
     if (good) {
-        const auto bytes = readFile(path);
+        bytes = readFile(path);
         if (bytes)
             lines = linesOf(*bytes);
         good = bytes.has_value() && lines.size() <= kCommandLineLines;
@@ -284,6 +300,7 @@ void FileCommands::opencommandline(const QString& argument)
         m_deck.setrowheight();
         m_deck.newlines();
     }
+    m_watch.remember(path, *bytes);
     finishLoad(path, lines);
 }
 
@@ -353,25 +370,48 @@ bool FileCommands::saveashec1()
     return true;
 }
 
+/// Asks for a name until it may be written or the user gives up.
+std::optional<QString> FileCommands::nameToSave(const FileDialog& asked)
+{
+    FileDialog dialog = asked;
+    dialog.initialName = m_deck.currentFilePath.isEmpty() ? m_deck.offeredFilePath : m_deck.currentFilePath;
+    dialog.defaultExtension = QStringLiteral("dat");
+    dialog.overwritePrompt = true;
+    for (;;) {
+        const auto chosen = m_services.dialogs.saveFile(dialog);
+        if (!chosen || chosen->isEmpty())
+            return std::nullopt;
+        const QString path = absolute(*chosen);
+        switch (m_watch.mayWriteOver(path)) {
+        case DiskWatch::Answer::Write:
+            return path;
+        case DiskWatch::Answer::Cancel:
+            return std::nullopt;
+        case DiskWatch::Answer::OtherName:
+            break;
+        }
+    }
+}
+
 bool FileCommands::saveAs(const FileDialog& asked)
 {
     if (!mayWriteFreeFormat(m_deck))
         return false;
-    FileDialog dialog = asked;
-    dialog.initialName = m_deck.currentFilePath;
-    dialog.defaultExtension = QStringLiteral("dat");
-    dialog.overwritePrompt = true;
-    const auto chosen = m_services.dialogs.saveFile(dialog);
-    if (!chosen || chosen->isEmpty())
+    const auto path = nameToSave(asked);
+    if (!path)
         return false;
-    const QString path = absolute(*chosen);
     const QString before = m_panels.text(7);
-    const SaveOutcome outcome = savefile(path);
+    const SaveOutcome outcome = savefile(*path);
     const QString toldBySave = m_panels.text(7) == before ? QString() : m_panels.text(7);
+    const bool isCutOff = outcome.status == SaveOutcome::Status::LongId;
+    if (outcome.isSaved() || (isCutOff && *path == m_deck.currentFilePath))
+        m_watch.remember(*path, outcome.bytes);
     if (!outcome.isSaved())
         return false;
-    m_deck.currentFilePath = path;
-    showName(path);
+    m_deck.currentFilePath = *path;
+    m_deck.offeredFilePath.clear();
+    showName(*path);
+    m_copy.tick();
     tellAfterSave(outcome, toldBySave);
     return true;
 }
@@ -428,9 +468,54 @@ bool FileCommands::mayClose()
     }
     saveoldfiles();
     QString why;
-    if (!m_recovery.keepIfUnsaved(&why))
+    m_isKeptElsewhere = m_recovery.keepIfUnsaved(&why);
+    if (!m_isKeptElsewhere)
         qCWarning(logFiles) << "no recovery copy of the unsaved deck:" << why;
     return true;
+}
+
+void FileCommands::ended()
+{
+    if (m_isKeptElsewhere)
+        m_copy.drop();
+    else
+        m_copy.tick();
+}
+
+// -- After a crash ---------------------------------------------------------------------------------------------------
+
+bool FileCommands::mayTake(const KeptDeck& deck) const
+{
+    if (!m_deck.dataSaved || !m_copy.path().isEmpty())
+        return false;
+    if (m_deck.currentFilePath.isEmpty())
+        return !m_recovery.differsFromFile();
+    return isSameFile(m_deck.currentFilePath, deck.path);
+}
+
+void FileCommands::takeLeftDeck(LeftDeck left)
+{
+    for (const char* name : {"viewhec1", "graphdata"})
+        m_commands.setEnabled(QString::fromLatin1(name), false);
+    clearGrid();
+    forgetPath();
+    {
+        const Deck::BulkWork work(m_deck);
+        m_deck.setCards(QStringList(left.deck.cards.size()));
+        for (int row = 1; row <= left.deck.cards.size(); ++row)
+            m_deck.Grid1.setRowTexts(row, deck_layout::kIdColumn, left.deck.cards[row - 1]);
+        m_deck.setcolaligns();
+        m_deck.default_Row();
+        m_deck.default_Col();
+        m_deck.newlines();
+    }
+    const QString& path = left.deck.path;
+    m_deck.currentFileName = nameBehindFolder(path);
+    loaded(QStringLiteral("%1 (recovered, not saved)").arg(path.isEmpty() ? QStringLiteral("New deck") : path));
+    m_deck.dataSaved = false;
+    m_deck.offeredFilePath = path;
+    m_copy.adopt(std::move(left.file));
+    m_panels.set(7, QStringLiteral("This is the deck as it was kept; it is in no file until you save it"));
 }
 
 } // namespace kalvo

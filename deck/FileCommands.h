@@ -3,8 +3,10 @@
 
 #include "deck/Deck.h"
 #include "deck/DeckSaving.h"
+#include "deck/DiskWatch.h"
 #include "deck/RecentFiles.h"
 #include "deck/Recovery.h"
+#include "deck/RecoveryCopy.h"
 #include "platform/Commands.h"
 #include "platform/Screens.h"
 #include "platform/Services.h"
@@ -14,6 +16,7 @@
 #include <QString>
 
 #include <memory>
+#include <optional>
 
 namespace kalvo {
 
@@ -34,6 +37,7 @@ public:
 
     RecentFiles& recentFiles() { return *m_recent; }
     Recovery& recovery() { return m_recovery; }
+    RecoveryCopy& recoveryCopy() { return m_copy; }
 
     /// Replaces the grid with a file's cards (a bare name is one of the program's folder). Does not set
     /// `currentFilePath`: its callers know whether the file is the user's.
@@ -58,9 +62,18 @@ public:
     void saveoldfiles();
     void UPDATEOLDFILES(const QString& path) { m_recent->UPDATEOLDFILES(path); }
 
+    /// The window was activated: another program may have had the deck's file in between.
+    void lookAtFile() { m_watch.look(); }
+    /// True when nothing would be lost or hidden by opening this deck here: the page is empty, or shows the same file.
+    bool mayTake(const KeptDeck& deck) const;
+    /// Opens a deck that a program left behind as an unsaved one; its copy stays until it is saved.
+    void takeLeftDeck(LeftDeck left);
+
     /// The question ahead of the end of the program ("Save Data before Closing?") with all that belongs to it: the
     /// recent files, the save, the recovery copy. @return true when the program may end.
     bool mayClose();
+    /// The program does end: the copy for the case of a crash goes, unless nothing else holds the deck.
+    void ended();
 
 Q_SIGNALS:
     /// After New and the command line: the main screen goes back to its standard size unless it is maximised.
@@ -74,8 +87,10 @@ private:
     void showName(const QString& name);
     void forgetPath();
     void finishLoad(const QString& path, const QStringList& lines);
+    void loaded(const QString& name);
     void tellEffectOfSaving(const QStringList& lines);
     bool openUserDeck(const QString& path);
+    std::optional<QString> nameToSave(const FileDialog& dialog);
     bool saveAs(const FileDialog& dialog);
     void tellAfterSave(const SaveOutcome& outcome, const QString& toldBySave);
 
@@ -87,6 +102,9 @@ private:
     std::unique_ptr<RecentFiles> m_ownRecent;
     RecentFiles* m_recent;
     Recovery m_recovery;
+    RecoveryCopy m_copy;
+    DiskWatch m_watch;
+    bool m_isKeptElsewhere = false; ///< mayClose has seen to it that the deck is in its file or in the recovery copy
 };
 
 } // namespace kalvo

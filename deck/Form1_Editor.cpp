@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The floating editor as the deck sees it, and where it lies.
+#include "deck/CardRulerBar.h"
 #include "deck/EditorBox.h"
 #include "deck/Form1_MainScreen.h"
 #include "platform/FlexGridView.h"
@@ -42,7 +43,11 @@ void Form1::buildEditor()
 {
     Text1 = new EditorBox(Grid1);
     Text1->hide();
-    connect(Text1, &EditorBox::typed, this, [this] { m_page.editing.typed(); });
+    connect(Text1, &EditorBox::typed, this, [this] {
+        m_page.editing.typed();
+        if (m_page.deck.Grid1.col() == deck_layout::kIdColumn)
+            m_ruler->update();
+    });
     connect(Text1, &EditorBox::focusChanged, this, [this](bool hasFocus) {
         const int column = m_page.deck.Grid1.col();
         setTint(hasFocus ? tintAfterTyping(column, Text1->text().size()) : Tint::FocusLost);

@@ -1,19 +1,21 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "deck/Form1_MainScreen.h"
 
+#include "deck/CardRulerBar.h"
 #include "deck/EditMenus.h"
 #include "deck/EditorBox.h"
 #include "deck/ImportScreens.h"
 #include "deck/MarkScreens.h"
 #include "deck/OldFileManager_RecentFiles.h"
+#include "deck/RecoveryOffer.h"
 #include "deck/StatusPanelBar.h"
 #include "platform/FlexGridView.h"
 
 #include <QCloseEvent>
 #include <QDragEnterEvent>
-#include <QHBoxLayout>
 #include <QMimeData>
 #include <QToolBar>
+#include <QVBoxLayout>
 
 namespace kalvo {
 
@@ -69,12 +71,15 @@ Form1::~Form1()
 void Form1::buildGrid()
 {
     auto* middle = new QWidget(this);
-    auto* layout = new QHBoxLayout(middle);
+    auto* layout = new QVBoxLayout(middle);
+    layout->setSpacing(0);
     layout->setContentsMargins(kGridMargins / 2, 2, kGridMargins - kGridMargins / 2, 4);
     Grid1 = new FlexGridView(m_page.deck.Grid1, middle);
     Grid1->setObjectName(QStringLiteral("Grid1"));
     Grid1->setTipText([this](int row, int col) { return gridTip(row, col); });
-    layout->addWidget(Grid1);
+    m_ruler = new CardRulerBar(m_page.deck, m_page.catalogue, *Grid1, middle);
+    layout->addWidget(m_ruler);
+    layout->addWidget(Grid1, 1);
     setCentralWidget(middle);
     if (m_page.isClone()) {
         // Told apart from the first page at a glance; the text must suit this paper on a dark desktop too.
@@ -111,6 +116,13 @@ void Form1::addWindowCommands()
     commands.setChecked(QStringLiteral("mnu_toggletoolbar"), true);
     commands.add(QStringLiteral("mnu_toggletoolbar"),
                  [this, toggled] { m_toolbar->setVisible(toggled(QStringLiteral("mnu_toggletoolbar"))); });
+    commands.setChecked(QStringLiteral("mnu_ruler"), true);
+    commands.add(QStringLiteral("mnu_ruler"), [this, toggled] {
+        toggled(QStringLiteral("mnu_ruler"));
+        showRuler();
+    });
+    commands.add(QStringLiteral("mnu_statustext"), [this] { showStatusText(); });
+    commands.add(QStringLiteral("mnu_memory"), [this] { showMemory(); });
     commands.add(QStringLiteral("mnu_fieldtips"), [toggled] { toggled(QStringLiteral("mnu_fieldtips")); });
     if (m_page.isClone()) {
         commands.setEnabled(QStringLiteral("newhec1"), false);
@@ -122,7 +134,10 @@ void Form1::addWindowCommands()
 
 void Form1::followPage()
 {
-    connect(&m_page.deck, &Deck::gridShownChanged, Grid1, &QWidget::setVisible);
+    connect(&m_page.deck, &Deck::gridShownChanged, this, [this](bool on) {
+        Grid1->setVisible(on);
+        showRuler();
+    });
     connect(&m_page.files, &FileCommands::standardSizeWanted, this, [this] {
         if (!isMaximized() && !isFullScreen())
             resize(standardSize());
@@ -135,6 +150,11 @@ void Form1::followPage()
         if (panel == 1)
             showCaption();
     });
+}
+
+void Form1::showRuler()
+{
+    m_ruler->setVisible(m_page.commands.isChecked(QStringLiteral("mnu_ruler")) && m_page.deck.isGridShown());
 }
 
 void Form1::showCaption()
@@ -177,6 +197,17 @@ void Form1::openClone()
     m_page.commands.setShown(QStringLiteral("mnu_closeclone"), true);
 }
 
+void Form1::offerLeftDecks()
+{
+    RecoveryPages pages{m_page.files};
+    if (m_cloneMaker)
+        pages.second = [this] {
+            openClone();
+            return &m_clone->m_page.files;
+        };
+    kalvo::offerLeftDecks(m_page.services, pages);
+}
+
 // -- Closing and dropping --------------------------------------------------------------------------------------------
 
 bool Form1::mayEnd()
@@ -198,9 +229,12 @@ void Form1::closeEvent(QCloseEvent* event)
         event->ignore();
         return;
     }
+    m_page.files.ended();
     m_page.screens.unloadAll();
-    if (m_clone)
+    if (m_clone) {
+        m_clone->m_page.files.ended();
         m_clone->hide();
+    }
     event->accept();
 }
 
@@ -209,6 +243,8 @@ void Form1::changeEvent(QEvent* event)
     QMainWindow::changeEvent(event);
     if (event->type() == QEvent::PaletteChange && m_toolbar)
         drawIcons();
+    else if (event->type() == QEvent::ActivationChange && isActiveWindow())
+        m_page.files.lookAtFile();
 }
 
 void Form1::dragEnterEvent(QDragEnterEvent* event)

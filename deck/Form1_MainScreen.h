@@ -18,6 +18,7 @@ class QToolBar;
 
 namespace kalvo {
 
+class CardRulerBar;
 class EditorBox;
 class FlexGridView;
 class StatusPanelBar;
@@ -54,6 +55,9 @@ public:
     Workspace& page() const { return m_page; }
     FlexGridView* grid() const { return Grid1; }
 
+    /// Once the program has started: asks about the decks that a crash left behind.
+    void offerLeftDecks();
+
     /// Runs the command behind a tool button's key; an unknown key is told.
     void toolButtonClicked(const QString& key);
     /// 14600 x 9200 twips.
@@ -73,6 +77,7 @@ private:
     void addWindowCommands();
     void followPage();
     void showCaption();
+    void showRuler();
     void openClone();
     bool mayEnd();
 
@@ -88,6 +93,7 @@ private:
     // Form1_StatusBar.cpp
     void buildStatusBar();
     void showMemory();
+    void showStatusText();
     void showWaiting(bool on);
 
     // Form1_Editor.cpp: the floating editor as the deck sees it, and where it lies
@@ -116,10 +122,12 @@ private:
     void outputIsStale();
     void MouseWheel(int delta, Qt::KeyboardModifiers modifiers);
     void showPopup(const QPoint& globalPoint);
+    bool isPopupKey(const QKeyEvent& key);
     void connectKeys();
 
     Workspace& m_page;
     FlexGridView* Grid1 = nullptr;
+    CardRulerBar* m_ruler = nullptr;
     EditorBox* Text1 = nullptr;
     StatusPanelBar* m_statusBar = nullptr;
     QToolBar* m_toolbar = nullptr;

@@ -147,6 +147,8 @@ void Form1::buildToolbar()
         action->setObjectName(key);
         action->setToolTip(QString::fromLatin1(button.tip));
         connect(action, &QAction::triggered, this, [this, key] { toolButtonClicked(key); });
+        action->setShortcuts(QKeySequence::listFromString(QString::fromLatin1(button.shortcuts)));
+        addAction(action); // its keys work while the toolbar is hidden
         m_toolbar->addAction(action);
         m_toolbar->widgetForAction(action)->setObjectName(key);
         action->setVisible(!button.twin);

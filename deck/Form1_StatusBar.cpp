@@ -5,8 +5,13 @@
 #include "platform/MemoryInfo.h"
 
 #include <QAction>
+#include <QToolTip>
 
 namespace kalvo {
+
+namespace {
+constexpr int kReadingMs = 30'000;
+} // namespace
 
 void Form1::buildStatusBar()
 {
@@ -28,6 +33,14 @@ void Form1::buildStatusBar()
     connect(m_stopRun, &QAction::triggered, this, stop);
     connect(m_statusBar, &StatusPanelBar::cancelClicked, this, stop);
     connect(&m_page.panels, &StatusPanels::waitingChanged, this, &Form1::showWaiting);
+}
+
+/// The keyboard's way to what the pointer reads by resting on the help panel.
+void Form1::showStatusText()
+{
+    const QRect bar = m_statusBar->rect();
+    QToolTip::showText(m_statusBar->mapToGlobal(bar.topLeft()), m_statusBar->tip(StatusPanels::kPanels), m_statusBar,
+                       bar, kReadingMs);
 }
 
 void Form1::showMemory()

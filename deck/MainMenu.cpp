@@ -136,6 +136,7 @@ constexpr MenuRow kRows[] = {
     entry("settings", "mnu_hifont", "Highlight F&ont"),
     parted(entry("settings", "mnu_hiderows", "Hid&e Selected Rows", "Ctrl+H")),
     entry("settings", "unhide", "&Unhide All Rows", "Ctrl+U"),
+    parted(checkable(entry("settings", "mnu_ruler", "Show Card Ru&ler"))),
 
     menu("mnu_tools", "&Tools"),
     entry("mnu_tools", "hiliteKK", "&Identify KK Cards", "Ctrl+K"),
@@ -166,6 +167,8 @@ constexpr MenuRow kRows[] = {
     entry("mnu_help", "mnu_operationManual", "Kalvo Manual"),
     parted(entry("mnu_help", "mnu_brw", "Browse Help Files")),
     entry("mnu_help", "mnu_kalvohechelp", "Search Help Files"),
+    parted(entry("mnu_help", "mnu_statustext", "Show Status &Text", "F6")),
+    entry("mnu_help", "mnu_memory", "Show &Memory in Use", "Shift+F6"),
     parted(entry("mnu_help", "about", "&About Kalvo")),
 
     special(MenuRow::Kind::Heading, kPopupMenu, "", "Input Screen Menu"),
@@ -192,8 +195,8 @@ constexpr ToolButton kButtons[] = {
     {"Delete", "mnu_deletelines", "deletelines", "Delete the selected lines", false, true},
     {"Undo", "mnu_undo", "undo", "Undo the last edit", true},
     {"Redo", "mnu_redo", "redo", "Redo the edit taken back (one step is held)"},
-    {"uptext", "uptext", "uptext", "Increase Text", true},
-    {"downtext", "downtext", "downtext", "Reduce Text"},
+    {"uptext", "uptext", "uptext", "Increase Text", true, false, "Ctrl++; Ctrl+="},
+    {"downtext", "downtext", "downtext", "Reduce Text", false, false, "Ctrl+-"},
     {"KK", "hiliteKK", "kk", "Identify KK cards", true},
     {"KKStation", "hiliteKK", "kk", "Identify KK cards", false, true},
     {"IDKKGROUPS", "mnu_identkkgroups", "kkgroups", "Identify KK groups"},

@@ -47,7 +47,8 @@ struct ToolButton
     const char* icon;    ///< name of the picture
     const char* tip;
     bool separatorAhead = false;
-    bool twin = false; ///< does what another button does: kept for its key, not shown
+    bool twin = false;          ///< does what another button does: kept for its key, not shown
+    const char* shortcuts = ""; ///< of a command that no menu holds
 };
 
 std::span<const ToolButton> toolButtons();

@@ -41,9 +41,11 @@ bool Recovery::differsFromFile() const
 
 bool Recovery::keepIfUnsaved(QString* why) const
 {
-    if (!differsFromFile())
-        return true;
-    const QByteArray cards = canonicalDeck(m_deck.Grid1);
+    return !differsFromFile() || keep(canonicalDeck(m_deck.Grid1), why);
+}
+
+bool Recovery::keep(const QByteArray& cards, QString* why) const
+{
     if (cards.isEmpty())
         return true;
     if (const auto kept = readFile(deckCopy()); kept && *kept == cards)

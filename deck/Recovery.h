@@ -28,6 +28,8 @@ public:
     /// kept as NAME.bak. Does not ask and does not tell.
     /// @return false when it could not be written, with the reason in `why`.
     bool keepIfUnsaved(QString* why = nullptr) const;
+    /// Writes cards as that copy, which is then kept as above.
+    bool keep(const QByteArray& cards, QString* why = nullptr) const;
     /// One line for the start of the program: where the last unsaved deck is kept and since when; empty when there is
     /// none.
     QString notice() const;

@@ -101,7 +101,8 @@ void StatusPanelLabel::paintEvent(QPaintEvent*)
         painter.setPen(m_fore);
         area = chip.adjusted(kMargin, 0, 0, 0);
     } else {
-        painter.setPen(palette().color(QPalette::WindowText));
+        painter.setPen(m_look.foreColor == Rgb::None ? palette().color(QPalette::WindowText)
+                                                     : QColor(static_cast<QRgb>(m_look.foreColor)));
     }
     const int side = m_look.centred && !m_back.isValid() ? Qt::AlignHCenter : Qt::AlignLeft;
     painter.drawText(area, side | Qt::AlignVCenter | Qt::TextSingleLine,

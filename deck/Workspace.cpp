@@ -75,6 +75,7 @@ void Workspace::start()
     deck.setTextbox();
     if (isClone())
         return;
+    panels.setToolTip(7, files.recovery().notice());
     catalogue.load();
     files.openoldfiles();
 }

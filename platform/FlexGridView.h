@@ -92,9 +92,8 @@ Q_SIGNALS:
     void wheelTurned(int delta, Qt::KeyboardModifiers modifiers);
     /// The pointer moved, with no button down, in twips from the view's top left.
     void pointerMoved(int xTwips, int yTwips);
-    /// Left button went down on a cell or header, or up again.
+    /// Left button went down on a cell or header.
     void leftPressed();
-    void leftReleased();
     /// Cells stand elsewhere: scrolled, resized, or heights and widths changed. What is laid over a cell follows now.
     void viewMoved();
     /// The user has let go of an edge that he dragged; the grid has the new size.

@@ -171,7 +171,6 @@ void FlexGridView::mouseReleaseEvent(QMouseEvent* event)
     if (m_dragging && oneCell && m_followsCursor)
         showCursorCell();
     m_holdScroll = m_dragging = false;
-    Q_EMIT leftReleased();
 }
 
 void FlexGridView::mouseDoubleClickEvent(QMouseEvent* event)
@@ -258,7 +257,6 @@ bool FlexGridView::eventFilter(QObject* watched, QEvent* event)
     case QEvent::MouseButtonRelease:
         if (static_cast<QMouseEvent*>(event)->button() != Qt::LeftButton)
             break;
-        Q_EMIT leftReleased();
         if (m_userResized) // told when the header has seen the release too
             QMetaObject::invokeMethod(this, &FlexGridView::resizedByUser, Qt::QueuedConnection);
         m_userResized = false;

@@ -104,6 +104,7 @@ constexpr auto kWholeMenu = R"(&File
   Highlight F&ont
   Hid&e Selected Rows (Ctrl+H)
   &Unhide All Rows (Ctrl+U)
+  Show Card Ru&ler
 &Tools
   &Identify KK Cards (Ctrl+K)
   Identify  &Cards (Ctrl+Q)
@@ -132,6 +133,8 @@ constexpr auto kWholeMenu = R"(&File
   Kalvo Manual
   Browse Help Files
   Search Help Files
+  Show Status &Text (F6)
+  Show &Memory in Use (Shift+F6)
   &About Kalvo
 )";
 

@@ -1,0 +1,137 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "deck/CardRulerBar.h"
+
+#include "deck/Catalogue.h"
+#include "deck/Deck.h"
+#include "platform/FlexGridView.h"
+
+#include <QFontMetrics>
+#include <QHelpEvent>
+#include <QPainter>
+#include <QToolTip>
+
+#include <algorithm>
+
+namespace kalvo {
+
+namespace {
+
+constexpr int kSideMargin = 4; ///< as the grid's own cells have
+constexpr int kRoom = 6;       ///< above and below the words together
+constexpr int kLeastWidth = 6; ///< pixels; what is narrower shows nothing
+
+QColor mixed(const QColor& a, const QColor& b, double shareOfB)
+{
+    const auto mix = [shareOfB](int x, int y) { return qRound(x + (y - x) * shareOfB); };
+    return {mix(a.red(), b.red()), mix(a.green(), b.green()), mix(a.blue(), b.blue())};
+}
+
+} // namespace
+
+CardRulerBar::CardRulerBar(const Deck& deck, const Catalogue& catalogue, const FlexGridView& view, QWidget* parent)
+    : QWidget(parent), m_deck(deck), m_catalogue(catalogue), m_view(view)
+{
+    setObjectName(QStringLiteral("CardRulerBar"));
+    setAccessibleName(tr("Fields of the current card"));
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    m_height = minimumSizeHint().height();
+    const auto repaint = [this] { update(); };
+    const FlexGrid& grid = deck.Grid1;
+    connect(&grid, &FlexGrid::selectionChanged, this, repaint);
+    connect(&grid, &FlexGrid::cellsChanged, this, repaint);
+    connect(&grid, &FlexGrid::bulkChanged, this, repaint);
+    connect(&view, &FlexGridView::viewMoved, this, &CardRulerBar::followView);
+}
+
+void CardRulerBar::followView()
+{
+    if (const int height = minimumSizeHint().height(); height != m_height) {
+        m_height = height;
+        updateGeometry();
+    }
+    update();
+}
+
+CardRuler CardRulerBar::ruler() const
+{
+    const int row = m_deck.Grid1.row();
+    if (row < 1)
+        return cardRuler(m_catalogue, QString(), 0);
+    const EditBox* box = m_deck.editBox();
+    const bool isIdTyped = m_deck.Grid1.col() == deck_layout::kIdColumn && box && box->isShown();
+    const QString id = isIdTyped ? box->text() : m_deck.id(row);
+    return cardRuler(m_catalogue, id, cardsAhead(m_deck, row, id));
+}
+
+QRect CardRulerBar::areaOf(const CardRuler::Span& span) const
+{
+    const int shift = m_view.x() - x();
+    const QRect first = m_view.cellRect(0, span.left);
+    const QRect last = m_view.cellRect(0, span.right);
+    const int left = std::max(first.left(), m_view.cellRect(0, 0).right() + 1);
+    const int right = std::min(last.right(), m_view.viewport()->geometry().right());
+    return right - left < kLeastWidth ? QRect() : QRect(left + shift, 0, right - left + 1, height());
+}
+
+QString CardRulerBar::tipAt(const QPoint& point) const
+{
+    const CardRuler shown = ruler();
+    for (int column = deck_layout::kIdColumn; column <= deck_layout::kLastColumn; ++column)
+        if (areaOf({column, column}).contains(point))
+            return rulerTip(m_catalogue, shown, column);
+    return {};
+}
+
+QSize CardRulerBar::sizeHint() const
+{
+    return minimumSizeHint();
+}
+
+QSize CardRulerBar::minimumSizeHint() const
+{
+    return {0, QFontMetrics(m_view.font()).height() + kRoom};
+}
+
+void CardRulerBar::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    const CardRuler shown = ruler();
+    for (const CardRuler::Span& span : shown.spans) {
+        const int column = m_deck.Grid1.col();
+        paintSpan(painter, span, column >= span.left && column <= span.right && !span.isNote);
+    }
+}
+
+void CardRulerBar::paintSpan(QPainter& painter, const CardRuler::Span& span, bool isCurrent) const
+{
+    const QRect area = areaOf(span);
+    if (area.isEmpty())
+        return;
+    const QColor window = palette().color(QPalette::Window);
+    const QColor ink = palette().color(QPalette::WindowText);
+    if (isCurrent)
+        painter.fillRect(area, mixed(window, palette().color(QPalette::Highlight), 0.35));
+    painter.fillRect(area.right(), area.top() + 3, 1, area.height() - 6, mixed(window, ink, 0.25));
+    QFont font = m_view.font();
+    font.setBold(isCurrent || span.left == deck_layout::kIdColumn);
+    font.setItalic(span.isNote);
+    painter.setFont(font);
+    painter.setPen(span.isNote ? mixed(ink, window, 0.25) : ink);
+    const QRect room = area.adjusted(kSideMargin, 0, -kSideMargin, 0);
+    const QFontMetrics metrics(font);
+    const bool isWide = span.right > span.left;
+    painter.drawText(room, (isWide ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignVCenter | Qt::TextSingleLine,
+                     metrics.elidedText(span.text, Qt::ElideRight, room.width()));
+}
+
+bool CardRulerBar::event(QEvent* event)
+{
+    if (event->type() == QEvent::ToolTip) {
+        const auto* help = static_cast<QHelpEvent*>(event);
+        QToolTip::showText(help->globalPos(), tipAt(help->pos()), this);
+        return true;
+    }
+    return QWidget::event(event);
+}
+
+} // namespace kalvo
