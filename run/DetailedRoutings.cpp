@@ -2,6 +2,7 @@
 #include "run/DetailedRoutings.h"
 
 #include "platform/text.h"
+#include "run/BatchTables.h"
 #include "run/RunFolder.h"
 #include "run/SummaryReport.h"
 
@@ -115,8 +116,8 @@ bool fillRoutingGrid(FlexGrid& grid, const QString& path)
     const FlexGrid::Bulk bulk(grid);
     grid.clear();
     grid.setFixedRows(1);
-    grid.setFixedCols(0);
     grid.setCols(kGridColumns);
+    grid.setFixedCols(1);
     grid.setRows(static_cast<int>(lines.size()) + 1);
     grid.setRowTexts(0, 1,
                      {QStringLiteral("ORDNT"), QStringLiteral("HR MIN"), QStringLiteral("OUTFLOW"),
@@ -124,6 +125,21 @@ bool fillRoutingGrid(FlexGrid& grid, const QString& path)
     for (qsizetype i = 0; i < lines.size(); ++i)
         grid.setRowTexts(static_cast<int>(i) + 1, 0, lines[i].split(u'\t'));
     return wasRead;
+}
+
+UnitOfColumn routingUnits(const ProgramFolder& folder)
+{
+    const QByteArray deck = readFile(RunFolder(folder).file(RunFolder::kDeck)).value_or(QByteArray());
+    const DeckUnits units = unitsOfDeck({deck.constData(), static_cast<size_t>(deck.size())});
+    const QString flow = QString::fromLatin1(units.flow());
+    const QStringList all{QString(),
+                          QString(),
+                          QString(),
+                          flow,
+                          QString::fromLatin1(units.volume()),
+                          units.isMetric ? QStringLiteral("m") : QStringLiteral("ft"),
+                          flow};
+    return [all](int col) { return all.value(col); };
 }
 
 } // namespace kalvo

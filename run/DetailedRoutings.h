@@ -4,6 +4,7 @@
 #pragma once
 
 #include "platform/FlexGrid.h"
+#include "platform/GridCsv.h"
 #include "platform/Services.h"
 
 #include <QString>
@@ -35,5 +36,8 @@ QString columnsByTabs(QString text);
 /// Lays the file out in the grid of `detres2`: headings in columns 1 to 6 of row 0, a row for each line. What reaches
 /// past column 6 is dropped. False when the file cannot be read; the grid then holds the headings alone.
 bool fillRoutingGrid(FlexGrid& grid, const QString& path);
+
+/// Units of that grid's columns, by the deck that was run.
+UnitOfColumn routingUnits(const ProgramFolder& folder);
 
 } // namespace kalvo

@@ -2,7 +2,6 @@
 #include "run/RoutingScreens.h"
 
 #include "deck/ScreenWindow.h"
-#include "deck/ScreenWindow.h"
 #include "platform/CommandGuard.h"
 #include "run/DetRes_DetailedRoutings.h"
 #include "run/detres2_RoutingGrid.h"
@@ -45,6 +44,7 @@ QList<QAction*> buildRoutingMenu(QMainWindow& viewer, const RoutingMenu& menu)
         return action;
     };
     add(file, "mnu_Save", QStringLiteral("&Save As..."), menu.save, QKeySequence::Save);
+    add(file, "mnu_saveCsv", QStringLiteral("Save as CS&V..."), menu.saveCsv, QKeySequence::Save);
     for (const auto& [name, caption] : {std::pair("mnu_printersetup", QStringLiteral("Printer S&etup...")),
                                         std::pair("mnu_print", QStringLiteral("&Print..."))})
         addMenuEntry(viewer, file, name, caption, [] {})->setEnabled(false); // there is no printing yet

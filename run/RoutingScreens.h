@@ -33,7 +33,7 @@ QFont routingFont();
 /// What the menus of the viewers do. A body that is missing leaves its entry out.
 struct RoutingMenu
 {
-    std::function<void()> save, copy, copyAsData, selectAll, find, findAgain, grid, goBack;
+    std::function<void()> save, saveCsv, copy, copyAsData, selectAll, find, findAgain, grid, goBack;
 };
 
 /// Builds the menu bar of a viewer with the entries that have bodies.

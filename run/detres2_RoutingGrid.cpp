@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "run/detres2_RoutingGrid.h"
 
-#include "platform/FlexGridView.h"
+#include "deck/ScreenWindow.h"
+#include "platform/ResultGrid.h"
 #include "run/DetailedRoutings.h"
 #include "run/RunFolder.h"
 
+#include <QAction>
 #include <QFontMetrics>
-#include <QMenu>
 
 namespace kalvo {
 
@@ -20,9 +21,8 @@ detres2::detres2(RoutingSurroundings around, QWidget* parent) : QMainWindow(pare
 {
     setObjectName(kName);
     setWindowTitle(QStringLiteral("Detailed Reservoir Routings - Grid"));
-    Grid1 = new FlexGridView(m_table, this);
+    Grid1 = new ResultGrid(m_table, m_around.services, this);
     Grid1->setObjectName(QStringLiteral("Grid1"));
-    Grid1->setUserResizing(true);
     setCentralWidget(Grid1);
     buildMenus();
     resize(760, 560);
@@ -36,16 +36,18 @@ detres2::~detres2()
 void detres2::buildMenus()
 {
     RoutingMenu menu;
-    menu.copy = [this] { m_around.services.clipboard.setText(m_table.clip()); };
-    menu.selectAll = [this] { Grid1->selectAll(); };
+    menu.saveCsv = [this] { Grid1->saveCsv(); };
+    menu.copy = [this] { Grid1->copy(); };
+    menu.selectAll = [this] { Grid1->selectWhole(); };
     menu.goBack = [this] {
         close();
         m_around.toMainScreen();
     };
-    auto* popup = new QMenu(this);
-    popup->setObjectName(QStringLiteral("Popup"));
-    popup->addActions(buildRoutingMenu(*this, menu));
-    connect(Grid1, &FlexGridView::contextMenuAsked, popup, [popup](const QPoint& point) { popup->popup(point); });
+    buildRoutingMenu(*this, menu);
+    Grid1->followToggle(addMenuEntry(*this, QStringLiteral("&Edit"), "mnu_ToggleRowsandColumns",
+                                     QStringLiteral("Toggle &Titles"), [] {}));
+    Grid1->addPopupEntry("pop_Copy", QStringLiteral("&Copy"), menu.copy);
+    Grid1->addPopupEntry("pop_SelectAll", QStringLiteral("Select &All"), menu.selectAll);
 }
 
 void detres2::setWidths()
@@ -72,6 +74,7 @@ void detres2::repaintScreen()
 {
     fillRoutingGrid(m_table, RunFolder(m_around.services.folder).stages());
     setWidths();
+    Grid1->setCsv([] { return QStringLiteral("routings.csv"); }, routingUnits(m_around.services.folder));
 }
 
 void detres2::closeEvent(QCloseEvent* event)

@@ -8,7 +8,7 @@
 
 namespace kalvo {
 
-class FlexGridView;
+class ResultGrid;
 
 /// The detailed routings of `DetRes` as a grid, a row for each line of the file. Closing forgets them.
 class detres2 : public QMainWindow, public Screen
@@ -35,7 +35,7 @@ private:
 
     const RoutingSurroundings m_around;
     FlexGrid m_table;
-    FlexGridView* Grid1 = nullptr;
+    ResultGrid* Grid1 = nullptr;
 };
 
 } // namespace kalvo

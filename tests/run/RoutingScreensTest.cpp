@@ -272,7 +272,19 @@ TEST_F(RoutingScreens, TheGridHoldsTheSameFile)
     EXPECT_EQ(gridText(Grid1.grid(), 0, 1, 0, 6), "ORDNT|HR MIN|OUTFLOW|STORAGE|STAGE|QLOWL");
     Grid1.grid().select(3, 1, 4, 3);
     trigger(screen, "mnu_Copy");
-    EXPECT_EQ(services.clipboard.raw(), "1\t0 00\t.00\r2\t0 15\t.00");
+    EXPECT_EQ(services.clipboard.raw(), "1\t0 00\t.00\r\n2\t0 15\t.00");
+    services.put("checky.dat", "ID metric\r\nIM\r\nKK A\r\nZZ\r\n");
+    Q_EMIT events.finished({});
+    willSaveAs("grid.csv");
+    trigger(screen, "mnu_saveCsv");
+    EXPECT_TRUE(services.bytes("grid.csv")
+                    .startsWith(",ORDNT,HR MIN,OUTFLOW (m3/s),STORAGE (1000 m3),STAGE (m),QLOWL (m3/s)\r\n"))
+        << services.bytes("grid.csv").left(200).toStdString();
+    trigger(screen, "mnu_SelectAll");
+    trigger(screen, "mnu_Copy");
+    EXPECT_EQ(services.clipboard.raw().count('\n'), report("six_ratios_stages.txt").count('\n'));
+    trigger(screen, "mnu_ToggleRowsandColumns");
+    EXPECT_EQ(Grid1.grid().fixedRows(), 1) << "titles again";
     services.folder.remove(kStages);
     Q_EMIT events.finished({});
     EXPECT_EQ(Grid1.grid().rows(), 1);
