@@ -27,6 +27,8 @@ public:
         m_page.deck.newlines();
     }
 
+    Workspace& page() { return m_page; }
+
     /// One step told by four bytes. @return what is wrong afterwards, empty when all holds.
     std::string step(std::uint8_t what, std::uint8_t a, std::uint8_t b, std::uint8_t c)
     {
@@ -36,10 +38,11 @@ public:
         const int level = m_page.deck.undoCount;
         const int rows = m_grid.rows();
         m_cut = 0;
+        m_wrong.clear();
         act(what, a, b, c);
         m_last = "step " + std::to_string(what % kActs) + " " + std::to_string(a) + " " + std::to_string(b) + " " +
                  std::to_string(c) + " on " + std::to_string(rows) + " rows: ";
-        if (std::string wrong = shape(); !wrong.empty())
+        if (std::string wrong = m_wrong + shape(); !wrong.empty())
             return m_last + wrong;
         const int levels = m_page.deck.undoCount - level;
         if (levels < 0)
@@ -68,7 +71,7 @@ public:
 private:
     static constexpr int kStartRows = 24;
     static constexpr int kMostRows = 400;
-    static constexpr std::uint8_t kActs = 18;
+    static constexpr std::uint8_t kActs = 23;
 
     /// All texts, line numbers and header included.
     QString text() const
@@ -141,11 +144,39 @@ private:
             m_page.edit.goTo.setStart(QString::number(b), QString::number(c));
             m_page.edit.goTo.search();
             return;
+        case 17:
+            m_page.commands.run(QStringLiteral("mnu_addkocard"));
+            return;
+        case 18:
+            m_page.marks.saveComment(a % m_grid.rows(), QString(b, QChar('a' + c % 26)));
+            return;
+        case 19: // looks go their own ways in undo: with and without them the texts must come back
+            m_page.commands.run(QString::fromLatin1(a % 2 ? "mnu_identkkgroups" : b % 2 ? "mnu_Bold" : "mnu_restore"));
+            return;
+        case 20:
+            stepBackAndForth();
+            return;
+        case 21:
+            m_cut = 1;
+            if (b % 8 == 0)
+                m_page.commands.run(QStringLiteral("auditdata"));
+            return;
         default:
             m_cut = 1; // takes rows and records no level: what was recorded still gives back its own text
             if (b % 8 == 0)
                 m_page.commands.run(QStringLiteral("trimtozz"));
         }
+    }
+
+    void stepBackAndForth()
+    {
+        if (m_page.deck.undoCount < 2)
+            return;
+        const QString now = text();
+        m_page.undo.NewUndo();
+        m_page.undo.NewRedo();
+        if (text() != now)
+            m_wrong = "redo does not give back the text of before the step back; ";
     }
 
     static QString clipboardText(std::uint8_t a, std::uint8_t b, std::uint8_t c)
@@ -215,6 +246,7 @@ private:
     TypedBox m_box;
     std::vector<std::pair<int, QString>> m_before; ///< level, and the text that it must give back
     std::string m_last;
+    std::string m_wrong; ///< found by the act itself
     int m_cut = 0;
 };
 

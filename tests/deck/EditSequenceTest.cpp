@@ -20,16 +20,23 @@ struct AlwaysOk : Dialogs
     std::optional<CellFormat> font(const CellFormat&) override { return {}; }
 };
 
+/// A page of services that agree to everything, and the steps on it.
+struct Steps
+{
+    ScriptedServices scripted;
+    AlwaysOk dialogs;
+    Services services{dialogs, scripted.clipboard, scripted.clock, scripted.process, scripted.folder, scripted.measure};
+    EditSequence sequence{services};
+};
+
 class EditSequenceTest : public testing::TestWithParam<unsigned>
 {
 };
 
 TEST_P(EditSequenceTest, KeepsTheGridsShapeAndUndoGivesBackTheTextOfBefore)
 {
-    ScriptedServices scripted;
-    AlwaysOk dialogs;
-    Services services{dialogs, scripted.clipboard, scripted.clock, scripted.process, scripted.folder, scripted.measure};
-    EditSequence sequence(services);
+    Steps steps;
+    EditSequence& sequence = steps.sequence;
     std::mt19937 random(GetParam());
     std::uniform_int_distribution<int> byte(0, 255);
     const auto next = [&] { return static_cast<std::uint8_t>(byte(random)); };
@@ -42,7 +49,31 @@ TEST_P(EditSequenceTest, KeepsTheGridsShapeAndUndoGivesBackTheTextOfBefore)
     EXPECT_EQ(sequence.takeAllBack(), "");
 }
 
-INSTANTIATE_TEST_SUITE_P(, EditSequenceTest, testing::Range(1U, 13U));
+INSTANTIATE_TEST_SUITE_P(, EditSequenceTest, testing::Range(1U, 19U));
+
+TEST(EditSequence, FindsACommandThatBreaksItsWord)
+{
+    struct Broken
+    {
+        const char* command;
+        bool records;
+        int row, col;
+        const char* found;
+    };
+    for (const Broken& broken : {Broken{"newinsertrow", false, 3, 3, "the deck changed without a level"},
+                                 Broken{"newinsertrow", true, 0, 3, "the header changed"},
+                                 Broken{"newinsertrow", true, 5, 0, "line numbers are stale from row 5 on"},
+                                 Broken{"newdefaultmnu", false, 3, 3, "undo does not give back the text of before"}}) {
+        Steps steps;
+        Workspace& page = steps.sequence.page();
+        page.commands.add(QString::fromLatin1(broken.command), [&page, broken] {
+            if (broken.records)
+                page.undo.NewUndoAdd();
+            page.deck.Grid1.setTextMatrix(broken.row, broken.col, "wrong");
+        });
+        EXPECT_NE(steps.sequence.step(0, 0, 0, 0).find(broken.found), std::string::npos) << broken.found;
+    }
+}
 
 } // namespace
 } // namespace kalvo
