@@ -7,11 +7,13 @@
 #include "run/RunFolder.h"
 
 #include <QAction>
-#include <QFontMetrics>
 #include <QListView>
 #include <QMenu>
 #include <QSplitter>
 #include <QStringListModel>
+#include <QStyle>
+
+#include <algorithm>
 
 namespace kalvo {
 
@@ -19,7 +21,7 @@ namespace {
 
 const QString kName = QStringLiteral("DetRes");
 const QString kNoData = QStringLiteral("No Data was provided for Reservoir Routings.");
-constexpr int kEntryCharacters = 34; ///< an entry with a position of five digits, and a scroll bar
+constexpr int kTextWidth = 720; ///< pixels for the lines beside the list
 
 } // namespace
 
@@ -50,7 +52,6 @@ void DetRes::buildControls()
     rb->setFont(routingFont());
     rb->refresh();
     middle->setStretchFactor(1, 1);
-    middle->setSizes({QFontMetrics(routingFont()).horizontalAdvance(u'0') * kEntryCharacters, 650});
     setCentralWidget(middle);
 }
 
@@ -77,6 +78,8 @@ void DetRes::buildMenus()
 void DetRes::showScreen()
 {
     repaintScreen();
+    if (!isVisible())
+        fitList();
     show();
     raise();
     activateWindow();
@@ -86,6 +89,15 @@ void DetRes::showScreen()
             QStringLiteral("The file %1 cannot be read.\r\n%2").arg(QString::fromLatin1(RunFolder::kStages), m_why));
     else if (rb->text().isEmpty())
         m_around.services.dialogs.tell(kNoData);
+}
+
+void DetRes::fitList()
+{
+    const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    const int wanted = std::max(List1->sizeHintForColumn(0), 0) + bar + 4 * List1->frameWidth();
+    auto* middle = static_cast<QSplitter*>(centralWidget());
+    resize(wanted + middle->handleWidth() + kTextWidth, height());
+    middle->setSizes({wanted, kTextWidth});
 }
 
 void DetRes::repaintScreen()

@@ -38,6 +38,8 @@ protected:
 private:
     void buildControls();
     void buildMenus();
+    /// Gives the list the width of its entries.
+    void fitList();
     void jump(const QModelIndex& entry);
     void copySelection(bool asData);
     void find(bool again);

@@ -25,7 +25,7 @@ detres2::detres2(RoutingSurroundings around, QWidget* parent) : QMainWindow(pare
     Grid1->setObjectName(QStringLiteral("Grid1"));
     setCentralWidget(Grid1);
     buildMenus();
-    resize(760, 560);
+    resize(700, 560);
 }
 
 detres2::~detres2()

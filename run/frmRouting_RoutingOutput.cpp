@@ -28,6 +28,8 @@ const QString kElsewhere =
     QStringLiteral("With one plan and one ratio HEC-1 lists the routings in its RUNOFF SUMMARY.");
 const QString kCut = QStringLiteral("The list ends here: the output lists more routings than can be shown.");
 
+constexpr int kEmptyLines = 2; ///< ahead of the first routing
+
 } // namespace
 
 frmRouting::frmRouting(RoutingSurroundings around, QWidget* parent) : QMainWindow(parent), m_around(std::move(around))
@@ -36,7 +38,7 @@ frmRouting::frmRouting(RoutingSurroundings around, QWidget* parent) : QMainWindo
     setWindowTitle(QStringLiteral("Reservoir Routing Output"));
     buildControls();
     buildMenus();
-    resize(980, 480);
+    resize(980, 420);
 }
 
 void frmRouting::buildControls()
@@ -90,7 +92,7 @@ void frmRouting::showScreen()
     show();
     raise();
     activateWindow();
-    List2->setFocus();
+    Command1->isVisible() ? Command1->setFocus() : List2->setFocus();
     if (!m_output.canBeRead)
         m_around.services.dialogs.warn(kNoReport);
     else if (!m_output.hasRoutings())
@@ -101,6 +103,7 @@ void frmRouting::repaintScreen()
 {
     m_output = getrouting(RunFolder(m_around.services.folder).report());
     m_lines->setStringList(m_output.List2);
+    List2->selectionModel()->setCurrentIndex(m_lines->index(kEmptyLines), QItemSelectionModel::NoUpdate);
     const bool isElsewhere = !m_output.hasRoutings() && m_output.runoffSummary >= 0;
     QString words;
     if (!m_output.canBeRead)
