@@ -80,6 +80,7 @@ void UndoCommands::NewUndo()
     enableUndo(m_store.undoCount() != 1);
     showCount();
     m_deck.noteChange();
+    Q_EMIT stepped();
 }
 
 void UndoCommands::NewRedo()
@@ -101,6 +102,7 @@ void UndoCommands::NewRedo()
     enableUndo(true);
     showCount();
     m_deck.noteChange();
+    Q_EMIT stepped();
 }
 
 void UndoCommands::runIfThere(const char* command)

@@ -56,6 +56,10 @@ public:
         UndoCommands& m_undo;
     };
 
+Q_SIGNALS:
+    /// The deck and its cursor are those of another level now. The cell was not entered, so nobody has told it.
+    void stepped();
+
 private:
     void enableUndo(bool on);
     void enableRedo(bool on);

@@ -50,6 +50,7 @@ void Workspace::followDeck()
         commands.setEnabled(QStringLiteral("graphdata"), false);
     });
     connect(&deck, &Deck::replaced, this, [this] { editing.showField(); });
+    connect(&undo, &UndoCommands::stepped, this, [this] { editing.showField(); });
     connect(&deck.Grid1, &FlexGrid::selectionChanged, this, [this] {
         const FlexGrid::Area area = deck.Grid1.selection();
         if (!deck.isEditorActive() || (area.top == area.bottom && area.left == area.right))
