@@ -211,23 +211,6 @@ TEST_F(EditCommandsTest, TheSecondLevelOfAPasteIsTheDeckWithTheEmptyRows)
     EXPECT_EQ(text(), "A\nB\nZZ");
 }
 
-TEST_F(EditCommandsTest, CutAndPasteGivesTheSameRowsAsCopyAndPaste)
-{
-    const char* deckText = "A|1|2\nB|3|4\nC|5|6\nZZ";
-    std::string pasted[2];
-    for (const bool cut : {false, true}) {
-        cards(deckText);
-        drag(1, 1, 2, 11);
-        page.edit.menuOpening(EditCommands::Menu::Edit);
-        run(cut ? "editcut" : "editcopy");
-        at(3, 1);
-        run("editpaste");
-        pasted[cut] = gridText(grid, 3, 1, 4, 3);
-    }
-    EXPECT_EQ(pasted[0], "A|1|2\nB|3|4");
-    EXPECT_EQ(pasted[1], pasted[0]);
-}
-
 TEST_F(EditCommandsTest, PastedRowsAreSeenAndHiddenOnesStayHidden)
 {
     cards("A\nB\nC\nD\nE\nZZ");
@@ -342,26 +325,7 @@ TEST_F(EditCommandsTest, LargePastesAreAskedAboutFromTheirOwnSizesOn)
     }
 }
 
-TEST_F(EditCommandsTest, TheHourglassGoesWhateverBecomesOfThePaste)
-{
-    std::string shown;
-    QObject::connect(&page.edit, &EditCommands::busy, &page.edit, [&shown](bool on) { shown += on ? '+' : '-'; });
-    cards("A\nZZ");
-    services.clipboard.setText("x");
-    run("editpaste");
-    run("pasteover");
-    EXPECT_EQ(shown, "+-+-");
-}
-
 // -- Find and Replace ------------------------------------------------------------------------------------------------
-
-TEST_F(EditCommandsTest, OneCellIsNoAreaToSearch)
-{
-    cards("A\nZZ");
-    services.dialogs.willAnswer(Button::Ok);
-    run("mnu_FindandReplace");
-    EXPECT_EQ(services.dialogs.texts(), QStringList{"Select an area to search"});
-}
 
 TEST_F(EditCommandsTest, ReplacesEveryPlaceOfTheSelectionAndNothingElse)
 {

@@ -220,6 +220,9 @@ private:
             m_page.undo.NewUndo();
         while (!m_before.empty() && m_before.back().first >= level)
             m_before.pop_back();
+        for (int row = 1; row < m_grid.rows(); ++row)
+            if (m_page.deck.isHiddenRow(row))
+                return m_last + "a row is hidden after a step back";
         return text() == before ? std::string() : m_last + "undo does not give back the text of before";
     }
 

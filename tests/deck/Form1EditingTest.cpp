@@ -169,16 +169,6 @@ TEST_F(Form1Editing, RowCommandsKeepTheEditorOverItsCell)
     EXPECT_EQ(grid.rows(), 5) << "nothing stands behind ZZ any more";
 }
 
-TEST_F(Form1Editing, EdgesCanBeDraggedWhileTheEntryIsTicked)
-{
-    EXPECT_FALSE(Grid1().userResizing());
-    press(Qt::Key_M, Qt::ControlModifier);
-    EXPECT_TRUE(entry("mnu_adjustgrids").isChecked());
-    EXPECT_TRUE(Grid1().userResizing());
-    press(Qt::Key_M, Qt::ControlModifier);
-    EXPECT_FALSE(Grid1().userResizing());
-}
-
 TEST_F(Form1Editing, CleaningUpMakesTheWindowAsWideAsItsColumns)
 {
     openThree();
@@ -199,6 +189,26 @@ TEST_F(Form1Editing, APasteGivesThePointerBack)
     press(Qt::Key_V, Qt::ControlModifier);
     EXPECT_TRUE(wasBusy);
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+}
+
+TEST_F(Form1Editing, EditsWhileHec1RunsAreEditsLikeAnyOther)
+{
+    openThree();
+    services.process.willHang([&] {
+        editAt(2, 2);
+        Text1().selectAll();
+        type("7.5");
+        entry("newinsertrow").trigger();
+        grid.select(1, 1, 2, 3);
+        entry("mnu_deletelines").trigger();
+        press(Qt::Key_Z, Qt::ControlModifier);
+        services.process.stop();
+    });
+    services.process.run({});
+    EXPECT_EQ(text(4), "KK|A1    |\n||\nBA|7.5|       2\nZZ||");
+    EXPECT_TRUE(page.deck.isEditorActive());
+    EXPECT_TRUE(Text1().isVisible());
+    EXPECT_EQ(panel(2), "Undo 5 ");
 }
 
 // -- Find and Replace ------------------------------------------------------------------------------------------------

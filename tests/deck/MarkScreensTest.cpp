@@ -269,16 +269,6 @@ TEST_F(MarkKeys, AnEmptyDeckHasNothingToIdentify)
     EXPECT_FALSE(screens.isLoaded("NewIDCard"));
 }
 
-TEST_F(MarkKeys, TheKOCardComesByItsKey)
-{
-    open(kDeck);
-    grid.setCursor(3, 1);
-    press(Qt::Key_J, Qt::ControlModifier);
-    EXPECT_EQ(gridText(grid, 3, 1, 4, 6), "KO|||||21\nBA|  12.5||||");
-    EXPECT_EQ(Text1().text(), "KO");
-    EXPECT_EQ(panel(7), "KO card added to station SUB1");
-}
-
 TEST_F(MarkKeys, AClonePageHasScreensOfItsOwn)
 {
     form.setCloneMaker([this](Workspace& first) { return std::make_unique<Workspace>(services, screens, &first); });

@@ -22,15 +22,6 @@ TEST_F(RowCommandsTest, ARowIsInsertedAboveTheCursorAndTheLinesBelowAreCountedAg
     EXPECT_EQ(text(), "KK|A\n*|note\nBA|1\nZZ");
 }
 
-TEST_F(RowCommandsTest, TypedTextIsStoredBeforeRowsMove)
-{
-    cards("KK|A\nBA|1\nZZ");
-    at(2, 2);
-    box.contents = "2.5";
-    run("mnupopupinsertline");
-    EXPECT_EQ(text(), "KK|A\n\nBA|2.5\nZZ");
-}
-
 TEST_F(RowCommandsTest, CellsMoveWholeWithTheirLooksWhateverTheyHold)
 {
     cards("KK|a\tb\nBA|x\ry\n|\nZZ");
@@ -250,15 +241,6 @@ TEST_F(RowCommandsTest, HiddenRowsAreStepppedOverAndAllComeBackAsHighAsTheFirstI
     EXPECT_EQ(visibility(), "vvvvvvvvv");
     EXPECT_EQ(grid.rowHeight(1), 444);
     EXPECT_EQ(grid.row(), 5);
-}
-
-TEST_F(RowCommandsTest, UndoOfARowCommandShowsAllRows)
-{
-    cards("A\nB\nC\nZZ");
-    hide({3});
-    run("newinsertrow");
-    page.undo.NewUndo();
-    EXPECT_EQ(visibility(), "vvvv");
 }
 
 // -- ZZ --------------------------------------------------------------------------------------------------------------
