@@ -2,6 +2,7 @@
 // The program with the window: wires the real services to the screens, nothing else.
 #include "deck/Form1_MainScreen.h"
 #include "deck/Workspace.h"
+#include "graphics/GraphScreens.h"
 #include "platform/FlexGridView.h"
 #include "platform/QtChildProcess.h"
 #include "platform/QtClipboard.h"
@@ -10,9 +11,12 @@
 #include "platform/QtTextMeasure.h"
 #include "results/ResultCommands.h"
 #include "results/ResultDesk.h"
+#include "results/ResultScreens.h"
 #include "run/RoutingCommands.h"
 #include "run/RoutingScreens.h"
 #include "run/RunCommands.h"
+#include "run/ViewerCommands.h"
+#include "run/ViewerScreens.h"
 #include "run/frmDebugOutput_DebugScreen.h"
 #include "shell/ColorScreens.h"
 #include "shell/Form3_About.h"
@@ -22,6 +26,7 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QIcon>
+#include <QPointer>
 
 namespace {
 
@@ -85,6 +90,7 @@ void addGroups(Workspace& page, const std::shared_ptr<ResultDesk>& desk)
                                              desk->sharedTables());
     QObject::connect(&run->events, &RunEvents::focusWanted, &page, &Workspace::focusWanted);
     page.engineText = [places] { return QStringLiteral("HEC-1: ") + locateEngine(places).described(); };
+    page.keep(std::make_shared<ViewerCommands>(page.commands, page.screens, run->events));
     page.keep(std::make_shared<RoutingCommands>(page.services, page.commands, page.screens, run->events));
     page.keep(std::move(run));
     page.keep(std::make_shared<ResultCommands>(desk, page.commands));
@@ -121,15 +127,21 @@ int main(int argc, char* argv[])
 
     Screens screens;
     const auto desk = std::make_shared<ResultDesk>(services, screens, std::make_shared<ResultTables>());
+    QPointer<QWidget> mainWindow;
+    registerResultScreens(screens, desk, [&mainWindow] { return mainWindow.data(); });
     Workspace page(services, screens);
+    registerGrapher(screens, desk, {[&page] { return page.looks.grapherColor(); }, {}});
     addGroups(page, desk);
     frmDebugOutput::registerIn(screens, services);
+    registerOutputViewers(
+        {screens, services, [&page] { Q_EMIT page.focusWanted(); }, [&page] { return page.deck.currentFileName; }});
     registerRoutingScreens(screens, services, [&page] { Q_EMIT page.focusWanted(); });
     Form3::registerIn(screens, page.engineText);
 
     std::unique_ptr<Form1> form;
     const auto load = [&] {
         form = std::make_unique<Form1>(page);
+        mainWindow = form.get();
         form->setCloneMaker([desk](Workspace& first) { return clonePage(first, desk); });
         dialogs.setParentWidget(form.get());
         form->load();
