@@ -12,6 +12,8 @@ ResultCommands::ResultCommands(std::shared_ptr<ResultDesk> desk, Commands& comma
     addScreen("mnu_tabular", "Form10");
     addScreen("mnu_runoffvolumes", "FrmRunoffVolumes");
     connect(m_desk.get(), &ResultDesk::closed, this, &ResultCommands::takeClosed);
+    // A screen that goes with another one is closed as well: its table is gone.
+    connect(&m_desk->screens(), &Screens::screenUnloaded, this, &ResultCommands::takeClosed);
     connect(m_desk.get(), &ResultDesk::runsAllowed, this,
             [this](bool allowed) { m_commands.setEnabled(QStringLiteral("runhec"), allowed); });
 }

@@ -9,6 +9,7 @@
 #include <QString>
 
 #include <memory>
+#include <optional>
 
 namespace kalvo {
 
@@ -27,6 +28,9 @@ public:
     std::shared_ptr<ResultTables> sharedTables() const { return m_tables; }
     /// What save dialogs offer: base name of the deck whose run was read, without folder and extension.
     QString offeredName() const { return m_tables->deckName; }
+    /// What one flow of the run that was read is: "cfs", or "m3/s" when its deck asks for metric units.
+    QString flowUnit() const;
+    bool isMetric() const;
 
     /// A screen was closed or returned from: the pages set their commands by it.
     void tellClosed(const QString& screen) { Q_EMIT closed(screen); }
@@ -50,6 +54,7 @@ private:
     Services& m_services;
     Screens& m_screens;
     const std::shared_ptr<ResultTables> m_tables;
+    mutable std::optional<bool> m_isMetric; ///< of the run in the tables, once somebody has asked
 };
 
 } // namespace kalvo

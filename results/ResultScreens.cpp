@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "results/ResultScreens.h"
+
+#include "results/Form10_PeakFlows.h"
+#include "results/Form9_StationPeakFlows.h"
+#include "results/FrmRunoffVolumes_RunoffVolumes.h"
+
+namespace kalvo {
+
+void registerResultScreens(Screens& screens, const std::shared_ptr<ResultDesk>& desk,
+                           const ResultWindow::MainWindow& mainWindow)
+{
+    // The registry goes ahead of the desk's last holder: a screen never lives longer than what it shows.
+    screens.add(QStringLiteral("Form9"), [desk, mainWindow] { return std::make_unique<Form9>(desk, mainWindow); });
+    screens.add(QStringLiteral("Form10"), [desk, mainWindow] { return std::make_unique<Form10>(desk, mainWindow); });
+    screens.add(QStringLiteral("FrmRunoffVolumes"),
+                [desk, mainWindow] { return std::make_unique<FrmRunoffVolumes>(desk, mainWindow); });
+    QObject::connect(desk.get(), &ResultDesk::returned, desk.get(), [mainWindow] {
+        if (QWidget* window = mainWindow ? mainWindow() : nullptr) {
+            window->raise();
+            window->activateWindow();
+        }
+    });
+}
+
+} // namespace kalvo
