@@ -49,6 +49,8 @@ void Form1::buildMenus()
         case MenuRow::Kind::Entry:
             if (menu)
                 menu->addAction(addEntry(row));
+            else if (row.hidden)
+                addEntry(row); // on the bar it would take its letter from the entry that is shown
             else
                 menuBar()->addAction(addEntry(row));
             break;
@@ -147,8 +149,10 @@ void Form1::buildToolbar()
         action->setObjectName(key);
         action->setToolTip(QString::fromLatin1(button.tip));
         connect(action, &QAction::triggered, this, [this, key] { toolButtonClicked(key); });
-        action->setShortcuts(QKeySequence::listFromString(QString::fromLatin1(button.shortcuts)));
-        addAction(action); // its keys work while the toolbar is hidden
+        if (*button.shortcuts) {
+            action->setShortcuts(QKeySequence::listFromString(QString::fromLatin1(button.shortcuts)));
+            addAction(action); // its keys work while the toolbar is hidden
+        }
         m_toolbar->addAction(action);
         m_toolbar->widgetForAction(action)->setObjectName(key);
         action->setVisible(!button.twin);

@@ -62,7 +62,6 @@ constexpr auto kWholeMenu = R"(&File
   Undo to Last Ru&n File (Ctrl+W)
   &Redo Edit (Ctrl+A)
   &Delete Lines (Ctrl+D)
-&Insert Row -
 &Insert Row
 &Delete Row
 &Comment Entry
