@@ -106,12 +106,15 @@ QString columnsByTabs(QString text)
     return text;
 }
 
-bool fillRoutingGrid(FlexGrid& grid, const QString& path)
+GridFill fillRoutingGrid(FlexGrid& grid, const QString& path, int mostLines)
 {
     QStringList lines;
-    const bool wasRead = forEachReportLine(path, [&lines](std::string_view line) {
-        lines << columnsByTabs(latin1(line));
-        return true;
+    bool isCut = false;
+    const bool wasRead = forEachReportLine(path, [&](std::string_view line) {
+        isCut = lines.size() >= mostLines;
+        if (!isCut)
+            lines << columnsByTabs(latin1(line));
+        return !isCut;
     });
     const FlexGrid::Bulk bulk(grid);
     grid.clear();
@@ -124,7 +127,9 @@ bool fillRoutingGrid(FlexGrid& grid, const QString& path)
                       QStringLiteral("STORAGE"), QStringLiteral("STAGE"), QStringLiteral("QLOWL")});
     for (qsizetype i = 0; i < lines.size(); ++i)
         grid.setRowTexts(static_cast<int>(i) + 1, 0, lines[i].split(u'\t'));
-    return wasRead;
+    if (!wasRead)
+        return GridFill::Missing;
+    return isCut ? GridFill::Cut : GridFill::Whole;
 }
 
 UnitOfColumn routingUnits(const ProgramFolder& folder)

@@ -33,9 +33,19 @@ std::optional<qsizetype> jumpPosition(const QString& entry);
 /// of TABs fall to one, three times: seven blanks leave one behind the TAB, sixty leave two TABs.
 QString columnsByTabs(QString text);
 
+/// What became of a file in the grid.
+enum class GridFill
+{
+    Whole,
+    Cut,    ///< the file has more lines than the grid takes
+    Missing ///< the file cannot be read; the grid holds the headings alone
+};
+/// Lines that the grid of routings takes. It holds a line at nine times the memory that the text does.
+inline constexpr int kMostGridLines = 1'000'000;
+
 /// Lays the file out in the grid of `detres2`: headings in columns 1 to 6 of row 0, a row for each line. What reaches
-/// past column 6 is dropped. False when the file cannot be read; the grid then holds the headings alone.
-bool fillRoutingGrid(FlexGrid& grid, const QString& path);
+/// past column 6 is dropped.
+GridFill fillRoutingGrid(FlexGrid& grid, const QString& path, int mostLines = kMostGridLines);
 
 /// Units of that grid's columns, by the deck that was run.
 UnitOfColumn routingUnits(const ProgramFolder& folder);

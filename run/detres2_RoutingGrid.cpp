@@ -3,7 +3,6 @@
 
 #include "deck/ScreenWindow.h"
 #include "platform/ResultGrid.h"
-#include "run/DetailedRoutings.h"
 #include "run/RunFolder.h"
 
 #include <QAction>
@@ -68,11 +67,17 @@ void detres2::showScreen()
     raise();
     activateWindow();
     Grid1->setFocus();
+    if (m_filled == GridFill::Missing)
+        m_around.services.dialogs.tell(QStringLiteral("No Data was provided for Reservoir Routings."));
+    else if (m_filled == GridFill::Cut)
+        m_around.services.dialogs.warn(QStringLiteral("The grid holds the first %1 lines of the file %2 alone.")
+                                           .arg(kMostGridLines)
+                                           .arg(QString::fromLatin1(RunFolder::kStages)));
 }
 
 void detres2::repaintScreen()
 {
-    fillRoutingGrid(m_table, RunFolder(m_around.services.folder).stages());
+    m_filled = fillRoutingGrid(m_table, RunFolder(m_around.services.folder).stages());
     setWidths();
     Grid1->setCsv([] { return QStringLiteral("routings.csv"); }, routingUnits(m_around.services.folder));
 }

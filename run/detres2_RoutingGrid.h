@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/FlexGrid.h"
+#include "run/DetailedRoutings.h"
 #include "run/RoutingScreens.h"
 
 #include <QMainWindow>
@@ -19,7 +20,7 @@ public:
     explicit detres2(RoutingSurroundings around, QWidget* parent = nullptr);
     ~detres2() override;
 
-    /// Reads the file and shows it.
+    /// Reads the file, shows it, and tells when it is missing or too long.
     void showScreen() override;
     void hideScreen() override { hide(); }
     bool isScreenVisible() const override { return isVisible(); }
@@ -35,6 +36,7 @@ private:
 
     const RoutingSurroundings m_around;
     FlexGrid m_table;
+    GridFill m_filled = GridFill::Missing;
     ResultGrid* Grid1 = nullptr;
 };
 

@@ -195,7 +195,7 @@ TEST(RoutingGrid, HoldsARowForEachLineUnderItsHeadings)
     ScriptedServices services;
     FlexGrid grid;
     const QByteArray file = report("six_ratios_stages.txt");
-    ASSERT_TRUE(fillRoutingGrid(grid, services.put(kStages, file)));
+    ASSERT_EQ(fillRoutingGrid(grid, services.put(kStages, file)), GridFill::Whole);
     EXPECT_EQ(grid.cols(), 7);
     EXPECT_EQ(grid.rows(), file.count('\n') + 1);
     EXPECT_EQ(gridText(grid, 0, 0, 3, 6), "|ORDNT|HR MIN|OUTFLOW|STORAGE|STAGE|QLOWL\n"
@@ -204,9 +204,14 @@ TEST(RoutingGrid, HoldsARowForEachLineUnderItsHeadings)
                                           "|1|0 00|.00|.000|100.000|.00")
         << "what reaches past the last column is dropped";
 
-    ASSERT_TRUE(fillRoutingGrid(grid, services.put(kStages, QByteArray(1 << 20, 'x'))));
-    EXPECT_EQ(grid.rows() > 1 && grid.textMatrix(1, 0).startsWith('x'), true) << "a line without any end";
-    EXPECT_FALSE(fillRoutingGrid(grid, services.path("none")));
+    const int lines = static_cast<int>(file.count('\n'));
+    EXPECT_EQ(fillRoutingGrid(grid, services.path(kStages), lines), GridFill::Whole);
+    EXPECT_EQ(fillRoutingGrid(grid, services.path(kStages), lines - 1), GridFill::Cut);
+    EXPECT_EQ(grid.rows(), lines);
+    ASSERT_EQ(fillRoutingGrid(grid, services.put(kStages, QByteArray(1 << 20, 'x'))), GridFill::Whole);
+    ASSERT_GT(grid.rows(), 1);
+    EXPECT_TRUE(grid.textMatrix(1, 0).startsWith('x')) << "a line without any end";
+    EXPECT_EQ(fillRoutingGrid(grid, services.path("none")), GridFill::Missing);
     EXPECT_EQ(gridText(grid), "|ORDNT|HR MIN|OUTFLOW|STORAGE|STAGE|QLOWL");
 }
 
