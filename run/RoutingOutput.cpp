@@ -7,27 +7,12 @@ namespace kalvo {
 
 namespace {
 
+constexpr std::string_view kRoutedTo = "ROUTED TO";
+
 bool holds(std::string_view line, std::string_view words)
 {
     return line.find(words) != std::string_view::npos;
 }
-
-/// Finds the first RUNOFF SUMMARY with a routing behind it.
-struct RunoffSummaryFinder
-{
-    int heading = -1;
-    int found = -1;
-
-    void take(std::string_view line, int number)
-    {
-        if (found >= 0)
-            return;
-        if (holds(line, kRunoffSummaryHeading))
-            heading = number;
-        else if (heading >= 0 && holds(line, "ROUTED TO"))
-            found = heading;
-    }
-};
 
 } // namespace
 
@@ -35,16 +20,15 @@ RoutingOutput getrouting(const QString& report)
 {
     RoutingOutput output;
     QStringList List1; // from the first heading on: nothing ahead of it is ever listed
-    RunoffSummaryFinder runoff;
-    int number = 0;
+    bool inRunoffSummary = false;
     output.canBeRead = forEachReportLine(report, [&](std::string_view line) {
-        runoff.take(line, number++);
+        inRunoffSummary = inRunoffSummary || holds(line, kRunoffSummaryHeading);
+        output.isInRunoffSummary = output.isInRunoffSummary || (inRunoffSummary && holds(line, kRoutedTo));
         if (!List1.isEmpty() || holds(line, kPlanSummaryHeading))
             List1.append(QString::fromLatin1(line.data(), static_cast<qsizetype>(line.size())));
         output.isCut = List1.size() >= kMostSummaryLines;
         return !output.isCut;
     });
-    output.runoffSummary = runoff.found;
     output.List2 = QStringList{QString(), QString()};
     qsizetype taken = 0;
     for (const SummaryBlock& block : summaryBlocks(List1)) {
@@ -53,6 +37,14 @@ RoutingOutput getrouting(const QString& report)
     }
     output.isCut = output.isCut || taken > kMostSummaryLines;
     return output;
+}
+
+qsizetype runoffSummaryOf(const TextBuffer& report)
+{
+    const TextNeedle heading(kRunoffSummaryHeading);
+    const qsizetype first = report.find(heading);
+    const qsizetype routing = first < 0 ? -1 : report.find(TextNeedle(kRoutedTo), first);
+    return routing < 0 ? -1 : report.findLast(heading, routing);
 }
 
 } // namespace kalvo

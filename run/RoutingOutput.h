@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "platform/TextBuffer.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -12,9 +14,9 @@ struct RoutingOutput
     QStringList List2; ///< two empty lines, then each block of a routing or pump with an empty line behind it
     bool canBeRead = false;
     bool isCut = false; ///< the report is damaged and lists more blocks than are kept
-    /// Line, from 0, of a RUNOFF SUMMARY that lists routings, -1 without one. HEC-1 prints it for one plan and one
-    /// ratio, where the summary that is cut up here is not printed at all.
-    int runoffSummary = -1;
+    /// A RUNOFF SUMMARY lists routings. HEC-1 prints it for one plan and one ratio, where the summary that is cut up
+    /// here is not printed at all.
+    bool isInRunoffSummary = false;
 
     bool hasRoutings() const { return List2.size() > 2; }
 };
@@ -24,5 +26,8 @@ struct RoutingOutput
 /// that are there.
 /// @param report full path of HEC-1's printed report
 RoutingOutput getrouting(const QString& report);
+
+/// Position of the heading of the RUNOFF SUMMARY that lists routings, -1 without one.
+qsizetype runoffSummaryOf(const TextBuffer& report);
 
 } // namespace kalvo

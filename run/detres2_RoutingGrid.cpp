@@ -7,6 +7,8 @@
 
 #include <QAction>
 #include <QFontMetrics>
+#include <QGuiApplication>
+#include <QScopeGuard>
 
 namespace kalvo {
 
@@ -77,6 +79,8 @@ void detres2::showScreen()
 
 void detres2::repaintScreen()
 {
+    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    const auto back = qScopeGuard([] { QGuiApplication::restoreOverrideCursor(); });
     m_filled = fillRoutingGrid(m_table, RunFolder(m_around.services.folder).stages());
     setWidths();
     Grid1->setCsv([] { return QStringLiteral("routings.csv"); }, routingUnits(m_around.services.folder));

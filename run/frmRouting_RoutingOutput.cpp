@@ -104,7 +104,7 @@ void frmRouting::repaintScreen()
     m_output = getrouting(RunFolder(m_around.services.folder).report());
     m_lines->setStringList(m_output.List2);
     List2->selectionModel()->setCurrentIndex(m_lines->index(kEmptyLines), QItemSelectionModel::NoUpdate);
-    const bool isElsewhere = !m_output.hasRoutings() && m_output.runoffSummary >= 0;
+    const bool isElsewhere = !m_output.hasRoutings() && m_output.isInRunoffSummary;
     QString words;
     if (!m_output.canBeRead)
         words = kNoReport;
@@ -167,10 +167,13 @@ void frmRouting::showRunoffSummary()
     const QString viewer = QStringLiteral("Form12");
     m_around.screens.show(viewer);
     auto* window = m_around.screens.loadAs<QWidget>(viewer);
-    if (auto* text = window ? window->findChild<LargeTextView*>(QStringLiteral("rb1")) : nullptr) {
-        text->setSelStart(text->text().lineStart(m_output.runoffSummary));
-        text->setTopLine(m_output.runoffSummary);
-    }
+    auto* text = window ? window->findChild<LargeTextView*>(QStringLiteral("rb1")) : nullptr;
+    // Searched there, because lines may have been taken out of what the viewer shows.
+    const qsizetype place = text ? runoffSummaryOf(text->text()) : -1;
+    if (place < 0)
+        return;
+    text->setSelStart(place);
+    text->setTopLine(text->text().lineFromChar(place));
 }
 
 } // namespace kalvo

@@ -88,17 +88,20 @@ TEST(RoutingOutputs, ReportsOfRealRuns)
               "  69.     122.");
     EXPECT_TRUE(six.List2[7].contains("STAGE      101.82   103.80"));
     EXPECT_TRUE(six.List2[8].contains("TIME")) << "the last of the seven";
-    EXPECT_EQ(six.runoffSummary, -1);
+    EXPECT_FALSE(six.isInRunoffSummary);
 
     // One plan and one ratio: the report lists its two routings in a summary of another form.
     const QByteArray one = report("one_ratio.txt");
     const RoutingOutput other = getrouting(services.put("checky.out", one));
     EXPECT_FALSE(other.hasRoutings());
-    ASSERT_GE(other.runoffSummary, 0);
-    EXPECT_TRUE(one.split('\n').at(other.runoffSummary).contains("RUNOFF SUMMARY"));
+    EXPECT_TRUE(other.isInRunoffSummary);
+    const TextBuffer text(kHeading + "           RUNOFF SUMMARY\r\n" + one);
+    const qsizetype place = runoffSummaryOf(text);
+    EXPECT_TRUE(text.line(text.lineFromChar(place) + 1).contains("FLOW IN CUBIC FEET")) << "the one with routings";
     QByteArray withoutRoutings = one;
     withoutRoutings.replace("ROUTED TO", "LAGGED TO");
-    EXPECT_EQ(getrouting(services.put("checky.out", withoutRoutings)).runoffSummary, -1);
+    EXPECT_FALSE(getrouting(services.put("checky.out", withoutRoutings)).isInRunoffSummary);
+    EXPECT_EQ(runoffSummaryOf(TextBuffer(withoutRoutings)), -1);
 
     EXPECT_FALSE(getrouting(services.path("none")).canBeRead);
 }
