@@ -25,7 +25,9 @@ QStringList cardsOf(int count, bool good)
     static const QStringList kGood = {"KK  SUB1  A STATION WITH A DESCRIPTION",
                                       "KO     0       0       0       0      21", "BA  0.42",
                                       "LS     0      76       5", "UD  0.95"};
-    static const QStringList kBad = {"kk  SUB1", "KO     0", "BA  0.42", "l1     0      76       5", "*   0.95"};
+    // Some rows of every kind that the list or the remarks tell, so that neither may look through the other ones again.
+    static const QStringList kBad = {
+        "kk  SUB1", "KO     0", "BA  0.42", "l1     0      76       5", "*   0.95", QString::fromUtf8("KM  caf\u00e9")};
     const QStringList& kinds = good ? kGood : kBad;
     QStringList cards;
     for (int i = 0; i < count - 1; ++i)

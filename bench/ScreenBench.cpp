@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What the user waits for on the main screen: a deck of 5,000 cards opened into the shown grid, one key in the editor
-// (with its undo level, colours, and the paint), one step of the cursor, and the start of the program to its first
-// paint. Beside them the same repaint with nothing to do, and a program that only opens a window, as bare limits.
+// over decks of 500 to 50,000 (with its undo level, colours, and the paint), one step of the cursor, and the start of
+// the program to its first paint. Beside them the same repaint with nothing to do, and a program that only opens a
+// window, as bare limits.
 #include "deck/Form1_MainScreen.h"
 #include "deck/Workspace.h"
 #include "platform/FlexGridView.h"
@@ -25,10 +26,10 @@ namespace {
 
 constexpr int kCards = 5000;
 
-QByteArray deckText()
+QByteArray deckText(int cards)
 {
     QByteArray text = "ID    A DECK OF MANY CARDS\r\n";
-    for (int card = 1; card < kCards - 1; ++card)
+    for (int card = 1; card < cards - 1; ++card)
         text += card % 7 == 1 ? "KK  SUB1  A STATION WITH A DESCRIPTION\r\n"
                               : "PC0.0000  0.0053  0.0108  0.0164  0.0223  0.0284  0.0347  0.0414  0.0483  0.0555\r\n";
     return text + "ZZ\r\n";
@@ -49,9 +50,9 @@ struct MainWindow
     Form1 form{page};
     QString path = directory.filePath(QStringLiteral("deck.dat"));
 
-    MainWindow()
+    explicit MainWindow(int cards = kCards)
     {
-        if (!writeFile(path, deckText()))
+        if (!writeFile(path, deckText(cards)))
             qFatal("cannot write %s", qPrintable(path));
         form.load();
         form.resize(1280, 760);
@@ -91,9 +92,10 @@ void openIntoMainScreen(benchmark::State& state)
 
 void keystroke(benchmark::State& state)
 {
-    MainWindow window;
+    const int cards = static_cast<int>(state.range(0));
+    MainWindow window(cards);
     window.page.files.opener(window.path);
-    window.page.deck.Grid1.setCursor(2500, 5);
+    window.page.deck.Grid1.setCursor(cards / 2, 5);
     window.Text1().setFocus();
     bool typing = true;
     for (auto _ : state) {
@@ -147,7 +149,7 @@ void startToFirstPaint(benchmark::State& state)
 
 BENCHMARK(repaintAlone)->Unit(benchmark::kMillisecond);
 BENCHMARK(openIntoMainScreen)->Unit(benchmark::kMillisecond);
-BENCHMARK(keystroke)->Unit(benchmark::kMillisecond);
+BENCHMARK(keystroke)->Arg(500)->Arg(5000)->Arg(50000)->Unit(benchmark::kMillisecond);
 BENCHMARK(stepOfTheCursor)->Unit(benchmark::kMillisecond);
 BENCHMARK(processAlone)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(startToFirstPaint)->Unit(benchmark::kMillisecond)->UseRealTime();

@@ -252,11 +252,12 @@ QStringList auditRemarks(const FlexGrid& grid)
         const LineTrouble trouble = troubleIn(line);
         if (trouble.tab)
             tabRows << row;
-        if (trouble.foreign && !foreignRows.contains(row))
+        if (trouble.foreign)
             foreignRows << row;
         start = end + 2;
     }
     std::sort(foreignRows.begin(), foreignRows.end());
+    foreignRows.erase(std::unique(foreignRows.begin(), foreignRows.end()), foreignRows.end());
     QStringList remarks;
     addRemark(remarks, grid, longRows, "Longer than the card's 80 columns");
     addRemark(remarks, grid, tabRows, "TAB in a field");

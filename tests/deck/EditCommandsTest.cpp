@@ -242,6 +242,8 @@ TEST_P(EditCommandsOver, LaysTheBlockOverTheCells)
     page.edit.pasteover();
     EXPECT_EQ(text(), paste.becomes);
     EXPECT_EQ(panel7(), paste.told);
+    EXPECT_EQ(grid.row(), paste.dragged.top);
+    EXPECT_EQ(grid.rowSel(), paste.dragged.top + (grid.rows() - 5) - 1) << "the block stays selected";
     EXPECT_EQ(deck.undoCount, 2);
     undoTo(1);
     EXPECT_EQ(text(), "A|1|2|3\nB|4|5|6\nC|7|8|9\nZZ");
