@@ -361,6 +361,7 @@ void GRAPHER::renderAgain()
     P1->setSizes(base, zoom);
     if (!m_curves.empty() && currentScale().isNull())
         return; // the tables are gone: what was drawn of them is shown as it is
+    m_picture.setFlowUnit(m_desk->flowUnit());
     m_picture.reset(base, std::min(kMostScale, devicePixelRatioF() * zoom));
     tellExpansions();
     if (m_curves.empty())

@@ -160,7 +160,8 @@ void GraphPicture::drawTitles(QPainter& painter, const Axes& axes) const
     const double hours = axes.timeRange / 60.0;
     const double from = axes.xScale > 0.0 ? axes.shift / (60.0 * axes.xScale) : 0.0;
     const QString time = QStringLiteral("Time in hours, %1 to %2").arg(roundedText(from), roundedText(from + hours));
-    const QString flow = QStringLiteral("Flow, 0 to %1").arg(roundedText(axes.flowRange));
+    const QString unit = m_flowUnit.isEmpty() ? QString() : QStringLiteral(" in ") + m_flowUnit;
+    const QString flow = QStringLiteral("Flow%1, 0 to %2").arg(unit, roundedText(axes.flowRange));
     painter.save();
     const QRectF foot(kLeft, m_pixels.height() - kBottom, m_pixels.width() - kLeft, kBottom - 3.0);
     painter.fillRect(foot, Qt::white);

@@ -21,6 +21,8 @@ namespace kalvo {
 class GraphPicture
 {
 public:
+    /// What a flow is, for the title of its axis; empty when nobody knows.
+    void setFlowUnit(const QString& unit) { m_flowUnit = unit; }
     /// Empty paper. @param pixels of the whole image at 96 dots per inch. @param scale device pixels to one of those.
     void reset(const QSizeF& pixels, double scale);
 
@@ -60,6 +62,7 @@ private:
 
     QSizeF m_pixels;
     QImage m_image;
+    QString m_flowUnit;
     std::optional<Axes> m_axes; ///< those that stand on the paper untouched
 };
 
