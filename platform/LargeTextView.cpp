@@ -4,6 +4,7 @@
 #include <QEvent>
 #include <QFontDatabase>
 #include <QFontMetricsF>
+#include <QGuiApplication>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QScrollBar>
@@ -234,7 +235,7 @@ void LargeTextView::paintEvent(QPaintEvent* event)
     QPainter painter(viewport());
     painter.setFont(font());
     if (m_text.isEmpty() && !m_placeholder.isEmpty()) {
-        painter.setFont(QFont());
+        painter.setFont(QGuiApplication::font());
         painter.setPen(palette().color(QPalette::PlaceholderText));
         painter.drawText(viewport()->rect().adjusted(20, 20, -20, -20), Qt::AlignCenter | Qt::TextWordWrap,
                          m_placeholder);
