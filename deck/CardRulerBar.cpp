@@ -69,7 +69,8 @@ QRect CardRulerBar::areaOf(const CardRuler::Span& span) const
     const QRect first = m_view.cellRect(0, span.left);
     const QRect last = m_view.cellRect(0, span.right);
     const int left = std::max(first.left(), m_view.cellRect(0, 0).right() + 1);
-    const int right = std::min(last.right(), m_view.viewport()->geometry().right());
+    const int edge = m_view.viewport()->geometry().right();
+    const int right = span.isNote ? edge : std::min(last.right(), edge);
     return right - left < kLeastWidth ? QRect() : QRect(left + shift, 0, right - left + 1, height());
 }
 
@@ -113,15 +114,16 @@ void CardRulerBar::paintSpan(QPainter& painter, const CardRuler::Span& span, boo
         painter.fillRect(area, mixed(window, palette().color(QPalette::Highlight), 0.35));
     painter.fillRect(area.right(), area.top() + 3, 1, area.height() - 6, mixed(window, ink, 0.25));
     QFont font = m_view.font();
-    font.setBold(isCurrent || span.left == deck_layout::kIdColumn);
     font.setItalic(span.isNote);
+    const QRect room = area.adjusted(kSideMargin, 0, -kSideMargin, 0);
+    font.setBold(isCurrent || span.left == deck_layout::kIdColumn);
+    if (QFontMetrics(font).horizontalAdvance(span.text) > room.width())
+        font.setBold(false); // better plain than cut
     painter.setFont(font);
     painter.setPen(span.isNote ? mixed(ink, window, 0.25) : ink);
-    const QRect room = area.adjusted(kSideMargin, 0, -kSideMargin, 0);
-    const QFontMetrics metrics(font);
     const bool isWide = span.right > span.left;
     painter.drawText(room, (isWide ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignVCenter | Qt::TextSingleLine,
-                     metrics.elidedText(span.text, Qt::ElideRight, room.width()));
+                     QFontMetrics(font).elidedText(span.text, isWide ? Qt::ElideRight : Qt::ElideMiddle, room.width()));
 }
 
 bool CardRulerBar::event(QEvent* event)

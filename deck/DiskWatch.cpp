@@ -10,6 +10,8 @@ namespace {
 
 constexpr int kNamePanel = 1;
 constexpr int kHelpPanel = 7;
+/// Whatever this is by now, it is not the deck that was opened.
+constexpr qint64 kLargestDeck = qint64{64} << 20;
 
 QByteArray digestOf(const QByteArray& bytes)
 {
@@ -43,8 +45,13 @@ DiskWatch::Found DiskWatch::find() const
 {
     if (m_path.isEmpty())
         return {};
-    if (!QFileInfo::exists(m_path))
+    const QFileInfo file(m_path);
+    if (!file.exists())
         return {State::Gone};
+    if (!file.isFile())
+        return {};
+    if (file.size() > kLargestDeck)
+        return {State::Changed};
     const auto bytes = readFile(m_path);
     if (!bytes)
         return {};

@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QLoggingCategory>
+#include <QScopedValueRollback>
 
 #include <algorithm>
 
@@ -146,9 +147,9 @@ bool FileCommands::opener(const QString& fileName)
         m_deck.default_Col();
         m_deck.newlines();
     }
-    finishLoad(path, deck.lines);
     if (!QDir::isRelativePath(fileName)) // a run file is nobody else's
         m_watch.remember(path, bytes);
+    finishLoad(path, deck.lines);
     return true;
 }
 
@@ -393,6 +394,12 @@ std::optional<QString> FileCommands::nameToSave(const FileDialog& asked)
     }
 }
 
+void FileCommands::lookAtFile()
+{
+    if (!m_isSaving)
+        m_watch.look();
+}
+
 bool FileCommands::saveAs(const FileDialog& asked)
 {
     if (!mayWriteFreeFormat(m_deck))
@@ -400,6 +407,7 @@ bool FileCommands::saveAs(const FileDialog& asked)
     const auto path = nameToSave(asked);
     if (!path)
         return false;
+    const QScopedValueRollback saving(m_isSaving, true);
     const QString before = m_panels.text(7);
     const SaveOutcome outcome = savefile(*path);
     const QString toldBySave = m_panels.text(7) == before ? QString() : m_panels.text(7);

@@ -63,7 +63,7 @@ public:
     void UPDATEOLDFILES(const QString& path) { m_recent->UPDATEOLDFILES(path); }
 
     /// The window was activated: another program may have had the deck's file in between.
-    void lookAtFile() { m_watch.look(); }
+    void lookAtFile();
     /// True when nothing would be lost or hidden by opening this deck here: the page is empty, or shows the same file.
     bool mayTake(const KeptDeck& deck) const;
     /// Opens a deck that a program left behind as an unsaved one; its copy stays until it is saved.
@@ -104,6 +104,7 @@ private:
     Recovery m_recovery;
     RecoveryCopy m_copy;
     DiskWatch m_watch;
+    bool m_isSaving = false; ///< what is on disk is ours, though the watch does not know it yet
     bool m_isKeptElsewhere = false; ///< mayClose has seen to it that the deck is in its file or in the recovery copy
 };
 
