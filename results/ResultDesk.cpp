@@ -9,7 +9,7 @@ namespace kalvo {
 ResultDesk::ResultDesk(Services& services, Screens& screens, std::shared_ptr<ResultTables> tables)
     : m_services(services), m_screens(screens), m_tables(std::move(tables))
 {
-    connect(m_tables.get(), &ResultTables::filled, this, [this] { m_isMetric.reset(); });
+    connect(m_tables.get(), &ResultTables::changed, this, [this] { m_isMetric.reset(); });
 }
 
 bool ResultDesk::isMetric() const
