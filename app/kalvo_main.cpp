@@ -9,6 +9,8 @@
 #include "platform/QtClock.h"
 #include "platform/QtDialogs.h"
 #include "platform/QtTextMeasure.h"
+#include "results/HydrodataCommands.h"
+#include "results/HydrodataScreens.h"
 #include "results/ResultCommands.h"
 #include "results/ResultDesk.h"
 #include "results/ResultScreens.h"
@@ -83,7 +85,8 @@ QFont deckFont()
 }
 
 /// Command groups of the rooms above the deck, for the first page and each clone.
-void addGroups(Workspace& page, const std::shared_ptr<ResultDesk>& desk)
+void addGroups(Workspace& page, const std::shared_ptr<ResultDesk>& desk,
+               const std::shared_ptr<HydrodataDesk>& hydrodata)
 {
     const auto places = EnginePlaces::ofSystem(page.services.folder, QCoreApplication::applicationDirPath());
     auto run = std::make_shared<RunCommands>(page.deck, page.services, page.commands, page.panels, page.screens, places,
@@ -92,16 +95,21 @@ void addGroups(Workspace& page, const std::shared_ptr<ResultDesk>& desk)
     page.engineText = [places] { return QStringLiteral("HEC-1: ") + locateEngine(places).described(); };
     page.keep(std::make_shared<ViewerCommands>(page.commands, page.screens, run->events));
     page.keep(std::make_shared<RoutingCommands>(page.services, page.commands, page.screens, run->events));
+    page.keep(
+        std::make_shared<HydrodataCommands>(hydrodata, page.commands, page.panels,
+                                            HydrodataSource{[reader = run.get()] { return reader->graph(); },
+                                                            [reader = run.get()] { return reader->state.hecRanOK; }}));
     page.keep(std::move(run));
     page.keep(std::make_shared<ResultCommands>(desk, page.commands));
     registerColorScreens(page.looks, page.editContext);
     page.commands.add(QStringLiteral("about"), [&screens = page.screens] { screens.show(QStringLiteral("Form3")); });
 }
 
-std::unique_ptr<Workspace> clonePage(Workspace& first, const std::shared_ptr<ResultDesk>& desk)
+std::unique_ptr<Workspace> clonePage(Workspace& first, const std::shared_ptr<ResultDesk>& desk,
+                                     const std::shared_ptr<HydrodataDesk>& hydrodata)
 {
     auto page = std::make_unique<Workspace>(first.services, first.screens, &first);
-    addGroups(*page, desk);
+    addGroups(*page, desk, hydrodata);
     return page;
 }
 
@@ -129,9 +137,11 @@ int main(int argc, char* argv[])
     const auto desk = std::make_shared<ResultDesk>(services, screens, std::make_shared<ResultTables>());
     QPointer<QWidget> mainWindow;
     registerResultScreens(screens, desk, [&mainWindow] { return mainWindow.data(); });
+    const auto hydrodata = std::make_shared<HydrodataDesk>(desk);
+    registerHydrodataScreens(screens, hydrodata, [&mainWindow] { return mainWindow.data(); });
     Workspace page(services, screens);
     registerGrapher(screens, desk, {[&page] { return page.looks.grapherColor(); }, {}});
-    addGroups(page, desk);
+    addGroups(page, desk, hydrodata);
     frmDebugOutput::registerIn(screens, services);
     registerOutputViewers(
         {screens, services, [&page] { Q_EMIT page.focusWanted(); }, [&page] { return page.deck.currentFileName; }});
@@ -142,7 +152,7 @@ int main(int argc, char* argv[])
     const auto load = [&] {
         form = std::make_unique<Form1>(page);
         mainWindow = form.get();
-        form->setCloneMaker([desk](Workspace& first) { return clonePage(first, desk); });
+        form->setCloneMaker([desk, hydrodata](Workspace& first) { return clonePage(first, desk, hydrodata); });
         dialogs.setParentWidget(form.get());
         form->load();
     };

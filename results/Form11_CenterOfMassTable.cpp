@@ -3,6 +3,7 @@
 
 #include "platform/ResultGrid.h"
 #include "results/CenterOfMass.h"
+#include "results/ColumnFit.h"
 
 #include <QAction>
 #include <QLabel>
@@ -26,7 +27,7 @@ Form11::Form11(std::shared_ptr<HydrodataDesk> logic, MainWindow mainWindow)
     column->addWidget(Grid1, 1);
     buildMenus();
     setFirstFocus(Grid1);
-    resize(760, 240);
+    resize(760, 200);
 }
 
 Form11::~Form11()
@@ -46,6 +47,16 @@ void Form11::buildMenus()
     QMenu* help = addMenu("mnu_help", QStringLiteral("&Help"));
     addEntry(help, "mnu_assistance", QStringLiteral("&Assistance"),
              [this] { services().dialogs.tell(centerOfMassHelp()); });
+}
+
+void Form11::activated()
+{
+    FlexGrid& table = m_logic->Form11Grid;
+    const FlexGrid::Bulk bulk(table);
+    for (int col = 2; col < table.cols(); ++col) {
+        table.setColAlignment(col, FlexGrid::RightTop);
+        widenToTexts(table, col, 1, services().measure);
+    }
 }
 
 } // namespace kalvo

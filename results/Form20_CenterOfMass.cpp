@@ -3,6 +3,7 @@
 
 #include "platform/ResultGrid.h"
 #include "results/CenterOfMass.h"
+#include "results/ColumnFit.h"
 
 #include <QAction>
 #include <QLabel>
@@ -58,6 +59,12 @@ void Form20::copyAll()
     FlexGrid& table = m_logic->Form20Grid;
     table.select(0, 0, table.rows() - 1, table.cols() - 1);
     Grid1->copy();
+}
+
+void Form20::activated()
+{
+    const FlexGrid::Bulk bulk(m_logic->Form20Grid);
+    widenToTexts(m_logic->Form20Grid, 0, 0, services().measure);
 }
 
 } // namespace kalvo

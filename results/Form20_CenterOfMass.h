@@ -22,6 +22,7 @@ public:
 private:
     void buildMenus();
     void copyAll();
+    void activated() override;
     void closedByUser() override { m_logic->leaveCenters(objectName()); }
 
     const std::shared_ptr<HydrodataDesk> m_logic;

@@ -33,20 +33,10 @@ void HydrodataDesk::follow(const QString& unloaded)
         forget(Form11Grid);
     else if (unloaded == QLatin1String("Form20"))
         forget(Form20Grid);
-    else if (unloaded == QLatin1String("hydrodata"))
-        dropDependents();
-}
-
-void HydrodataDesk::dropDependents()
-{
-    Screens& screens = m_desk->screens();
-    for (const char* name : {"FrmRunoffVolumes", "Form10", "Form11", "Form15"}) {
-        const QString screen = QString::fromLatin1(name);
-        if (!screens.isLoaded(screen))
-            continue;
-        screens.unload(screen);
-        m_desk->tellClosed(screen);
-    }
+    if (unloaded != QLatin1String("hydrodata"))
+        return;
+    for (const char* name : {"FrmRunoffVolumes", "Form10", "Form11", "Form15"})
+        m_desk->screens().unload(QString::fromLatin1(name));
     m_desk->dropQuickGraphs();
 }
 

@@ -51,7 +51,6 @@ public:
 
 private:
     void follow(const QString& unloaded);
-    void dropDependents();
     void hide(const QString& screen);
     void tellNotSaved(const QString& why);
 

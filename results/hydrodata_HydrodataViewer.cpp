@@ -3,6 +3,7 @@
 
 #include "platform/GridActions.h"
 #include "platform/ResultGrid.h"
+#include "results/ColumnFit.h"
 
 #include <QAction>
 #include <QLabel>
@@ -30,7 +31,7 @@ hydrodata::hydrodata(std::shared_ptr<HydrodataDesk> logic, MainWindow mainWindow
     Grid1->setObjectName(QStringLiteral("Grid1"));
     Grid1->setCopyRule(CopyRule::CrOnly);
     Grid1->setUserResizing(true);
-    Grid1->setTipText([this](int, int col) { return tip(col); });
+    Grid1->setTipText([this](int row, int col) { return tip(row, col); });
     Grid1->setCsv([this] { return desk().offeredName(); },
                   [this](int col) { return col < kFirstRecord ? QString() : m_logic->flowUnit(); });
     {
@@ -64,12 +65,15 @@ void hydrodata::buildMenus()
     Grid1->addPopupEntry("pop_Copy", QStringLiteral("Copy"), [this] { Grid1->copy(); });
 }
 
-QString hydrodata::tip(int col) const
+QString hydrodata::tip(int row, int col) const
 {
-    const QString heading = m_logic->table().textMatrix(0, col);
+    const FlexGrid& table = m_logic->table();
+    const QString heading = table.textMatrix(0, col), cell = table.textMatrix(row, col);
     if (col < kFirstRecord || heading.isEmpty())
         return heading;
-    return QStringLiteral("%1, flow in %2").arg(heading, m_logic->flowUnit());
+    if (row == 0 || cell.isEmpty())
+        return QStringLiteral("%1, flow in %2").arg(heading, m_logic->flowUnit());
+    return QStringLiteral("%1: %2 %3").arg(heading, cell, m_logic->flowUnit());
 }
 
 void hydrodata::closedByUser()
@@ -81,7 +85,14 @@ void hydrodata::closedByUser()
 
 void hydrodata::activated()
 {
-    fitToHeadings(m_logic->table(), kFirstRecord, services().measure);
+    FlexGrid& table = m_logic->table();
+    const TextMeasure& measure = services().measure;
+    const FlexGrid::Bulk bulk(table);
+    for (int col = 0; col < std::min(kFirstRecord, table.cols()); ++col)
+        widenToText(table, col, table.textMatrix(0, col), measure);
+    for (int col = kFirstRecord; col < table.cols(); ++col)
+        widenToText(table, col, QStringLiteral("0.123456789"), measure); // what HEC-1 writes in full
+    fitToHeadings(table, kFirstRecord, measure);
 }
 
 void hydrodata::layOut(const QSize& central)

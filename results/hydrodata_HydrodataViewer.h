@@ -23,7 +23,7 @@ public:
 
 private:
     void buildMenus();
-    QString tip(int col) const;
+    QString tip(int row, int col) const;
     void closedByUser() override;
     void activated() override;
     void layOut(const QSize& central) override;
