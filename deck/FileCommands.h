@@ -104,7 +104,7 @@ private:
     Recovery m_recovery;
     RecoveryCopy m_copy;
     DiskWatch m_watch;
-    bool m_isSaving = false; ///< what is on disk is ours, though the watch does not know it yet
+    bool m_isSaving = false;        ///< what is on disk is ours, though the watch does not know it yet
     bool m_isKeptElsewhere = false; ///< mayClose has seen to it that the deck is in its file or in the recovery copy
 };
 
