@@ -52,7 +52,7 @@ TextBuffer ReportText::take()
     m_why.clear();
     const QString path = RunFolder(m_services.folder).report();
     if (!QFileInfo::exists(path)) {
-        m_why = QStringLiteral("There is no HEC-1 output yet.\nRun HEC-1 on the main screen.");
+        m_why = QStringLiteral("There is no HEC-1 output.\nHEC-1 has not been run, or its last run wrote none.");
         return {};
     }
     QString reason;

@@ -106,6 +106,21 @@ TEST_F(Viewers, TheReportIsReadAgainWhenItsStampIsAnother)
     EXPECT_EQ(rb1(form).SelLength(), 0);
 }
 
+TEST(RunStamp, StandsInTheSeventhLineOrIsEmpty)
+{
+    const QByteArray six = QByteArray("\r\n").repeated(6);
+    const std::pair<QByteArray, const char*> cases[] = {
+        {six + " * RUN DATE  23NOV26  TIME  06:09:33     *", "23NOV2606:09:33"},
+        {six + " * RUN DATE 06/15/1990  TIME  10:21:38  *", "06/15/199010:21:38"},
+        {six + "DATE TIME", ""},
+        {six + " * TIME  06:09:33  DATE 1", ""},
+        {"\r\n" + six + "DATE  23NOV26  TIME  06:09:33", ""},
+        {"DATE  23NOV26  TIME  06:09:33", ""},
+        {"", ""}};
+    for (const auto& [text, stamp] : cases)
+        EXPECT_EQ(runStamp(text), stamp) << text.trimmed().toStdString();
+}
+
 TEST_F(Viewers, ARunThatEndsIsShownWhateverItsStampSays)
 {
     Form12& form = form12();
@@ -363,6 +378,20 @@ TEST_F(Viewers, KeysAndMouseSelectInTheText)
     view.setTopLine(250);
     EXPECT_EQ(view.topLine(), 250);
     EXPECT_EQ(view.SelText(), "line 1.5E3 x\r\na") << "scrolling leaves the selection";
+}
+
+TEST_F(Viewers, ALineWithoutEndIsShownFromAnyColumn)
+{
+    services.put("checky.out", QByteArray(3'000'000, 'x') + "END" + QByteArray("\0\x1a\xff", 3));
+    Form12& form = form12();
+    LargeTextView& view = rb1(form);
+    QTest::keyClick(&view, Qt::Key_End);
+    EXPECT_EQ(view.SelStart(), 3'000'006);
+    EXPECT_GT(view.horizontalScrollBar()->value(), 2'999'000);
+    view.setMarked(TextNeedle("END"));
+    EXPECT_FALSE(view.grab().isNull());
+    QTest::keyClick(&view, Qt::Key_Home);
+    EXPECT_EQ(view.horizontalScrollBar()->value(), 0);
 }
 
 TEST_F(Viewers, TheListHoldsTheLinesAndKeepsItsCurrentItem)

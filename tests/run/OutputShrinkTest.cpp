@@ -2,6 +2,8 @@
 // The shrink against the same steps done plainly on a string, over made and random reports.
 #include "run/OutputShrink.h"
 
+#include "tests/run/EngineReport.h"
+
 #include <gtest/gtest.h>
 
 #include <random>
@@ -100,6 +102,28 @@ TEST(OutputShrink, DoesWhatThePlainStepsDo)
     for (int round = 0; round < 150; ++round) {
         const std::string report = randomReport(random);
         ASSERT_EQ(shrunk(report), plainlyShrunk(report)) << "round " << round;
+    }
+}
+
+TEST(OutputShrink, ReportsOfTheEngineLoseHeadingsAndEmptyLinesButNoCard)
+{
+    for (const char* example : {"network", "plans", "reservoir", "watershed"}) {
+        const TextBuffer report =
+            longEngineReport(QStringLiteral(KALVO_SOURCE_DIR "/examples/%1.dat").arg(QLatin1String(example)), 220);
+        const std::string before = textOf(report);
+        ShrinkResult result;
+        const std::string after = shrunk(before, &result);
+        EXPECT_EQ(after, plainlyShrunk(before)) << example;
+        EXPECT_GE(result.headings, 4) << example;
+        EXPECT_GT(result.emptyLines, 0) << example;
+        const auto visible = [](const std::string& text) {
+            std::string kept;
+            for (const QByteArray& line : QByteArray::fromStdString(text).split('\n'))
+                if (!line.trimmed().isEmpty() && !line.contains("HEC-1 INPUT") && !line.contains(" LINE      ID...."))
+                    kept += line.toStdString() + '\n';
+            return kept;
+        };
+        EXPECT_EQ(visible(after), visible(before)) << example;
     }
 }
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "run/ReportOutline.h"
 
-#include <QProcess>
+#include "tests/run/EngineReport.h"
+
 #include <QRegularExpression>
 #include <QStringList>
-#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
@@ -32,30 +32,10 @@ QString words(QString outline)
     return outline.replace(kLine, QStringLiteral("\\1\\2"));
 }
 
-struct Report
-{
-    QTemporaryDir folder;
-    TextBuffer text;
-
-    /// What the engine that is built here prints for a deck.
-    explicit Report(const QString& deck)
-    {
-        QProcess engine;
-        engine.setWorkingDirectory(folder.path());
-        engine.start(QStringLiteral(KALVO_BIN_DIR "/hec1"),
-                     {QStringLiteral("INPUT=") + deck, QStringLiteral("OUTPUT=report")});
-        EXPECT_TRUE(engine.waitForFinished(60'000));
-        auto loaded = TextBuffer::load(folder.filePath("report"));
-        EXPECT_TRUE(loaded) << deck.toStdString();
-        if (loaded)
-            text = std::move(*loaded);
-    }
-};
-
 TEST(ReportOutline, ListsStationsAndTablesOfAReservoirReport)
 {
-    const Report report(QStringLiteral(KALVO_SOURCE_DIR "/examples/reservoir.dat"));
-    EXPECT_EQ(words(outlineOf(report.text)).toStdString(), R"(Title page
+    const TextBuffer report = engineReport(QStringLiteral(KALVO_SOURCE_DIR "/examples/reservoir.dat"));
+    EXPECT_EQ(words(outlineOf(report)).toStdString(), R"(Title page
 Input listing
 Diagram of the stream network
 Job data
@@ -80,14 +60,14 @@ Runoff summary
   2 COMBINED AT TOWN
 Dam LAKE
 NORMAL END OF HEC-1)");
-    const QString atOnce = outlineOf(report.text);
-    EXPECT_EQ(outlineOf(report.text, 7), atOnce) << "a piece at a time";
+    const QString atOnce = outlineOf(report);
+    EXPECT_EQ(outlineOf(report, 7), atOnce) << "a piece at a time";
 }
 
 TEST(ReportOutline, SummariesListTheirStations)
 {
-    const Report plans(QStringLiteral(KALVO_SOURCE_DIR "/examples/plans.dat"));
-    EXPECT_TRUE(words(outlineOf(plans.text))
+    const TextBuffer plans = engineReport(QStringLiteral(KALVO_SOURCE_DIR "/examples/plans.dat"));
+    EXPECT_TRUE(words(outlineOf(plans))
                     .endsWith("Job data\nPeaks of plans and ratios\n  HYDROGRAPH AT UPPER\n  ROUTED TO DAM\n"
                               "  ROUTED TO REACH\n  HYDROGRAPH AT LOWER\n  2 COMBINED AT MILL\nNORMAL END OF HEC-1"));
 }
