@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "deck/FR_FindAndReplace.h"
 
+#include "deck/ScreenWindow.h"
+
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
-#include <QWindow>
 
 namespace kalvo {
 
@@ -25,14 +26,6 @@ QLabel* label(const char* name, const QString& words, QWidget* buddy, QWidget* p
     auto* made = new QLabel(words, parent);
     made->setObjectName(QString::fromLatin1(name));
     made->setBuddy(buddy);
-    return made;
-}
-
-QPushButton* button(const char* name, const QString& caption, QWidget* parent)
-{
-    auto* made = new QPushButton(caption, parent);
-    made->setObjectName(QString::fromLatin1(name));
-    made->setAutoDefault(false);
     return made;
 }
 
@@ -67,9 +60,9 @@ void FR::buildControls()
     fields->addWidget(label("Label2", QStringLiteral("Replace"), Text2, this), 1, 0);
     fields->addWidget(Text2, 1, 1);
 
-    Command1 = button("Command1", QStringLiteral("Replace &All"), this);
-    Command2 = button("Command2", QStringLiteral("&Done"), this);
-    Command3 = button("Command3", QStringLiteral("&Cancel"), this);
+    Command1 = namedButton("Command1", QStringLiteral("Replace &All"), this);
+    Command2 = namedButton("Command2", QStringLiteral("&Done"), this);
+    Command3 = namedButton("Command3", QStringLiteral("&Cancel"), this);
     auto* buttons = new QHBoxLayout;
     buttons->addWidget(Command1);
     buttons->addStretch(1);
@@ -94,13 +87,7 @@ void FR::buildControls()
 
 void FR::showScreen()
 {
-    // Above the main screen, but owned by the registry alone.
-    winId();
-    if (m_window && m_window->windowHandle())
-        windowHandle()->setTransientParent(m_window->windowHandle());
-    show();
-    raise();
-    activateWindow();
+    showAbove(*this, m_window);
     Text1->setFocus();
 }
 

@@ -2,6 +2,7 @@
 #include "deck/ScreenWindow.h"
 
 #include <QAction>
+#include <QKeyEvent>
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
@@ -10,6 +11,35 @@
 #include <QWindow>
 
 namespace kalvo {
+
+namespace {
+
+/// Presses the button that has the keyboard. Qt does so only where Enter elsewhere presses a button too.
+class EnterPresses : public QObject
+{
+public:
+    explicit EnterPresses(QPushButton* button) : QObject(button), m_button(*button)
+    {
+        button->installEventFilter(this);
+    }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() != QEvent::KeyPress)
+            return QObject::eventFilter(watched, event);
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        if (key != Qt::Key_Return && key != Qt::Key_Enter)
+            return QObject::eventFilter(watched, event);
+        m_button.click();
+        return true;
+    }
+
+private:
+    QPushButton& m_button;
+};
+
+} // namespace
 
 void showAbove(QWidget& screen, const QWidget* window)
 {
@@ -26,6 +56,7 @@ QPushButton* namedButton(const char* name, const QString& caption, QWidget* pare
     auto* made = new QPushButton(caption, parent);
     made->setObjectName(QString::fromLatin1(name));
     made->setAutoDefault(false);
+    new EnterPresses(made);
     return made;
 }
 

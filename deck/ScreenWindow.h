@@ -14,7 +14,7 @@ namespace kalvo {
 /// Shows a screen that the registry owns above its main screen, and gives it the keyboard.
 void showAbove(QWidget& screen, const QWidget* window);
 
-/// A button with its given name that Enter elsewhere does not press.
+/// A button with its given name. Enter presses it while it has the keyboard, and not from elsewhere.
 QPushButton* namedButton(const char* name, const QString& caption, QWidget* parent);
 
 /// An entry of a screen's menu bar, or with `menu` of that menu ("&File"), under its given name.

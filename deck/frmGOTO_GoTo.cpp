@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "deck/frmGOTO_GoTo.h"
 
+#include "deck/ScreenWindow.h"
+
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
-#include <QWindow>
 
 namespace kalvo {
 
@@ -54,9 +55,7 @@ void frmGOTO::buildControls()
     Command1 = new QPushButton(QStringLiteral("&Go To"), this);
     Command1->setObjectName(QStringLiteral("Command1"));
     Command1->setDefault(true); // Enter in any field
-    Command3 = new QPushButton(QStringLiteral("Cancel"), this);
-    Command3->setObjectName(QStringLiteral("Command3"));
-    Command3->setAutoDefault(false);
+    Command3 = namedButton("Command3", QStringLiteral("Cancel"), this);
     auto* buttons = new QHBoxLayout;
     buttons->addStretch(1);
     buttons->addWidget(Command1);
@@ -90,13 +89,7 @@ void frmGOTO::repaintScreen()
 void frmGOTO::showScreen()
 {
     repaintScreen();
-    // Above the main screen, but owned by the registry alone.
-    winId();
-    if (m_window && m_window->windowHandle())
-        windowHandle()->setTransientParent(m_window->windowHandle());
-    show();
-    raise();
-    activateWindow();
+    showAbove(*this, m_window);
     Text1->setFocus();
     Text1->selectAll();
 }

@@ -237,8 +237,10 @@ TEST_F(Form1Editing, FindAndReplaceStaysOpenBesideTheDeck)
     EXPECT_FALSE(screens.isLoaded("FR"));
     press(Qt::Key_R, Qt::ControlModifier);
     EXPECT_EQ(field(dialog<FR>("FR"), "Text1").text(), "") << "unloaded is forgotten";
-    press(dialog<FR>("FR"), "Command3");
-    EXPECT_FALSE(screens.isLoaded("FR"));
+    auto* cancel = dialog<FR>("FR").findChild<QPushButton*>("Command3");
+    cancel->setFocus();
+    QTest::keyClick(cancel, Qt::Key_Return);
+    EXPECT_FALSE(screens.isLoaded("FR")) << "Enter presses the button that has the keyboard";
 }
 
 // -- Go To -----------------------------------------------------------------------------------------------------------
@@ -276,8 +278,10 @@ TEST_F(Form1Editing, GoToHidesItselfAndGoesOnAtTheNextCall)
     EXPECT_FALSE(screens.isLoaded("frmGOTO"));
     press(Qt::Key_G, Qt::ControlModifier);
     EXPECT_EQ(field(dialog<frmGOTO>("frmGOTO"), "Text1").text(), "");
-    press(dialog<frmGOTO>("frmGOTO"), "Command3");
-    EXPECT_FALSE(screens.isLoaded("frmGOTO"));
+    auto* cancel = dialog<frmGOTO>("frmGOTO").findChild<QPushButton*>("Command3");
+    cancel->setFocus();
+    QTest::keyClick(cancel, Qt::Key_Return);
+    EXPECT_FALSE(screens.isLoaded("frmGOTO")) << "Enter is Cancel's here, not the default's";
 }
 
 TEST_F(Form1Editing, TheClonePagesScreensWorkOnItsOwnDeck)

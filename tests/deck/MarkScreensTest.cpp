@@ -250,6 +250,9 @@ TEST_F(MarkKeys, IdentifiesCardsOfOneKind)
     EXPECT_FALSE(screens.isLoaded("NewIDCard"));
     EXPECT_EQ(grid.cellFormat(5, 11).foreColor, rgb(22, 22, 242));
     EXPECT_EQ(grid.cellFormat(3, 1).foreColor, Rgb::None);
+    entry("mnu_newidcards").trigger();
+    QTest::keyClick(screen<NewIDCard>("NewIDCard")->focusWidget(), Qt::Key_Return);
+    EXPECT_EQ(grid.cellFormat(3, 1).foreColor, rgb(22, 22, 242)) << "Enter presses OK, which has the keyboard";
     EXPECT_EQ(grid.row(), 3);
     EXPECT_TRUE(Text1().isVisible());
     EXPECT_EQ(cell(3, 3), "typed");
