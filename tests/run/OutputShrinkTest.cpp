@@ -84,8 +84,8 @@ std::string randomReport(std::mt19937& random)
     std::string text(random() % 3 == 0 ? size_t(2500) : 0, 'x');
     for (int i = below(400); i > 0; --i) {
         const int kind = below(14);
-        if (kind == 0)
-            text += page(i, below(8), below(2) == 0);
+        if (kind == 0) // now and then behind other text, so that the cut lies ahead of the match
+            text += std::string(random() % 3 == 0 ? random() % 200 : 0, '.') + page(i, below(8), below(2) == 0);
         else if (kind == 1)
             text += std::string(random() % 300, '.') + "\r\n";
         else
