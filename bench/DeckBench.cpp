@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Opening and saving a deck of 5,000 cards, each beside its bare limit: the bytes read and cut into lines and fields
-// without a grid, and the same bytes written without asking the grid for them.
+// without a grid, and the same bytes written without asking the grid for them. Then what happens behind the user's
+// back: the copy for the case of a crash, and the look at the deck's file.
 #include "deck/Deck.h"
 #include "deck/DeckFile.h"
 #include "deck/FileCommands.h"
@@ -115,6 +116,41 @@ void bareWrite(benchmark::State& state)
         benchmark::DoNotOptimize(writeFile(path, bytes));
 }
 BENCHMARK(bareWrite)->Unit(benchmark::kMillisecond);
+
+/// At most twice a minute while somebody types: compares with the deck's file, writes the copy safely to the disk.
+void copyForACrash(benchmark::State& state)
+{
+    Page page;
+    page.files.opener(page.path);
+    page.deck.currentFilePath = page.path;
+    int value = 0;
+    for (auto _ : state) {
+        page.deck.Grid1.setTextMatrix(5, 3, QString::number(++value));
+        page.files.recoveryCopy().tick();
+    }
+    if (page.files.recoveryCopy().path().isEmpty())
+        state.SkipWithError("not kept");
+}
+BENCHMARK(copyForACrash)->Unit(benchmark::kMillisecond);
+
+/// Each time the window is activated; the bare limit is to read the file.
+void lookAtFile(benchmark::State& state)
+{
+    Page page;
+    page.files.opener(page.path);
+    page.deck.currentFilePath = page.path;
+    for (auto _ : state)
+        page.files.lookAtFile();
+}
+BENCHMARK(lookAtFile)->Unit(benchmark::kMillisecond);
+
+void bareRead(benchmark::State& state)
+{
+    const Page page;
+    for (auto _ : state)
+        benchmark::DoNotOptimize(readFile(page.path));
+}
+BENCHMARK(bareRead)->Unit(benchmark::kMillisecond);
 
 } // namespace
 
