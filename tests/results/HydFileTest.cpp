@@ -96,6 +96,9 @@ TEST(HydFile, AFileThatCannotBeWrittenIsToldAndHurtsNothing)
     EXPECT_NE(writeHydFile(table.table, table.services.path("no/such/folder.hyd")), "");
     EXPECT_NE(writeHydFile(table.table, table.services.directory.path()), "") << "a folder";
     EXPECT_FALSE(QFile::exists(table.services.path("no")));
+    if (QFile::exists("/dev/full")) {
+        EXPECT_NE(writeHydFile(table.table, "/dev/full"), "") << "a full disk";
+    }
 }
 
 } // namespace
