@@ -115,6 +115,11 @@ FloatingText::FloatingText(QWidget* parent) : QLineEdit(parent), mover(*this, Qt
 {
     setPlaceholderText(kHowToEnd);
     setToolTip(kHowToEnd);
+    QPalette colors = palette(); // those of the paper that it lies on, also on a dark desktop
+    colors.setColor(QPalette::Base, Qt::white);
+    colors.setColor(QPalette::Text, Qt::black);
+    colors.setColor(QPalette::PlaceholderText, Qt::gray);
+    setPalette(colors);
     resize(sizeHint());
     hide();
 }

@@ -147,6 +147,20 @@ void GRAPHER::stick(FloatingRow& row)
     P1->setFocus();
 }
 
+/// Labels on their way stay over the same place of a picture that has grown or shrunk.
+void GRAPHER::moveFloating(const QSizeF& sizeBefore)
+{
+    if (sizeBefore == P1->size() || sizeBefore.isEmpty())
+        return;
+    const auto moved = [&](const QPoint& at) {
+        return QPoint(static_cast<int>(at.x() * P1->width() / sizeBefore.width()),
+                      static_cast<int>(at.y() * P1->height() / sizeBefore.height()));
+    };
+    Text10->mover.moveTo(moved(Text10->pos()));
+    for (FloatingRow* row : P1->findChildren<FloatingRow*>())
+        row->mover.moveTo(moved(row->pos()));
+}
+
 bool GRAPHER::eventFilter(QObject* watched, QEvent* event)
 {
     if (fg && watched == fg->viewport() && dragRow(event))

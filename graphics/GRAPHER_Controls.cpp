@@ -29,8 +29,8 @@ constexpr int kScrollSteps = 1000;
 constexpr int kThickestPen = 30;  ///< tenths of a percent of the picture's height
 constexpr int kFirstPen = 3;      ///< about a pixel and a half
 constexpr int kMostZoom = 400;    ///< percent
-constexpr int kListsWidth = 210;  ///< pixels
-constexpr int kLegendWidth = 250; ///< pixels
+constexpr int kListsWidth = 200;  ///< pixels
+constexpr int kLegendWidth = 240; ///< pixels
 
 QLabel* caption(const QString& text, QWidget* parent, QWidget* buddy = nullptr)
 {
@@ -46,7 +46,7 @@ QLineEdit* valueBox(const char* name, const QString& tip, QWidget* parent)
     box->setReadOnly(true);
     box->setAlignment(Qt::AlignRight);
     box->setToolTip(tip);
-    box->setFixedWidth(box->fontMetrics().horizontalAdvance(QStringLiteral("000000000.00")) + 12);
+    box->setFixedWidth(box->fontMetrics().horizontalAdvance(QStringLiteral("0000000.00")) + 12);
     return box;
 }
 
@@ -57,7 +57,7 @@ QSlider* slider(const char* name, int from, int to, int value, const QString& ti
     made->setRange(from, to);
     made->setValue(value);
     made->setToolTip(tip);
-    made->setMinimumWidth(90);
+    made->setMinimumWidth(60);
     return made;
 }
 

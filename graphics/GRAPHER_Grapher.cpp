@@ -358,7 +358,9 @@ void GRAPHER::renderAgain()
 {
     const double zoom = Slider2->value() / 100.0;
     const QSizeF base = m_window->maximumViewportSize();
+    const QSizeF before = P1->size();
     P1->setSizes(base, zoom);
+    moveFloating(before);
     if (!m_curves.empty() && currentScale().isNull())
         return; // the tables are gone: what was drawn of them is shown as it is
     m_picture.setFlowUnit(m_desk->flowUnit());

@@ -131,6 +131,7 @@ private:
     void writeText10();
     void floatRow(int row, const QPoint& onCanvas);
     void stick(FloatingRow& row);
+    void moveFloating(const QSizeF& sizeBefore);
     void addMark(const Mark& mark);
     bool dragRow(QEvent* event);
     void copyPicture();

@@ -63,8 +63,8 @@ GraphScale graphScale(const GraphExtent& extent, ScrollState vertical, ScrollSta
     scale.flowRange = span == 0 ? 0.0 : kHeadroom * extent.maxFlow * (vertical.max - vertical.value) / span;
     scale.timeRange = horizontal.max == 0 ? 0.0 : extent.maxTime * horizontal.value / horizontal.max;
     // Also false for what a division would carry out of all numbers.
-    if (scale.flowRange > 0.0 && scale.timeRange > 0.0 && std::isfinite(scale.axisWidth / scale.timeRange) &&
-        std::isfinite(scale.axisHeight / scale.flowRange)) {
+    if (scale.flowRange > 0.0 && scale.timeRange > 0.0 && scale.axisWidth > 0.0 && scale.axisHeight > 0.0 &&
+        std::isfinite(scale.axisWidth / scale.timeRange) && std::isfinite(scale.axisHeight / scale.flowRange)) {
         scale.xScale = scale.axisWidth / scale.timeRange;
         scale.yScale = scale.axisHeight / scale.flowRange;
     }
