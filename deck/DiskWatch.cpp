@@ -69,11 +69,11 @@ void DiskWatch::look()
     m_told = found;
     switch (found.state) {
     case State::Changed:
-        show(QStringLiteral("%1 was changed by another program since it was opened").arg(m_path));
+        show(QStringLiteral("%1 was changed by another program since it was opened"));
         break;
     case State::Gone:
         m_deck.dataSaved = false;
-        show(QStringLiteral("%1 is no longer there: the deck stands in the grid alone until it is saved").arg(m_path));
+        show(QStringLiteral("%1 is no longer there: the deck stands in the grid alone until it is saved"));
         break;
     case State::Same:
     case State::Unknown:
@@ -82,13 +82,14 @@ void DiskWatch::look()
     }
 }
 
+/// `news` with "%1" for the file; the empty text takes former news away.
 void DiskWatch::show(const QString& news)
 {
     StatusPanels& panels = m_deck.panels();
-    panels.setToolTip(kNamePanel, news);
+    panels.setToolTip(kNamePanel, news.isEmpty() ? news : news.arg(m_path));
     panels.setLook(kNamePanel, news.isEmpty() ? PanelLook{} : PanelLook{.foreColor = rgb(208, 84, 0)});
     if (!news.isEmpty())
-        panels.set(kHelpPanel, news);
+        panels.set(kHelpPanel, news.arg(QFileInfo(m_path).fileName()));
 }
 
 DiskWatch::Answer DiskWatch::mayWriteOver(const QString& path)
