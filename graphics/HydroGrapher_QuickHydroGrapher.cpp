@@ -42,6 +42,7 @@ void HydroGrapher::buildChart()
     MSChart1->setTitleEditorName(QStringLiteral("Text1"));
     MSChart1->setTitle(QStringLiteral("Hydrographs"));
     MSChart1->setAxisTitles(QStringLiteral("Time"), QString(), QStringLiteral("Flow"), QString());
+    MSChart1->setReadOutUnits(QStringLiteral("hours"), QString());
     auto* layout = new QVBoxLayout(Picture1);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(MSChart1);
@@ -217,7 +218,7 @@ void HydroGrapher::savePicture(const QString& path)
     const double scale = kind == PictureKind::Png ? 2.0 : 1.0;
     const QByteArray bytes = MSChart1->picture(kind, why, scale);
     if (bytes.isEmpty() || !writeFile(path, bytes, &why))
-        m_services.dialogs.warn(QStringLiteral("The picture could not be saved.\r\n%1").arg(why));
+        m_services.dialogs.warn(QStringLiteral("The picture could not be saved as %1.\r\n%2").arg(path, why));
     else
         statusBar()->showMessage(QStringLiteral("Saved as %1").arg(QDir::toNativeSeparators(path)));
 }

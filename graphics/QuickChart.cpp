@@ -2,14 +2,16 @@
 #include "graphics/QuickChart.h"
 
 #include "platform/text.h"
+#include "results/TableNumbers.h"
 
 #include <QtNumeric>
+
+#include <algorithm>
 
 namespace kalvo {
 namespace {
 
 constexpr int kHours = 0;
-constexpr int kFirstFlow = 2;
 
 double numberOf(const QString& text)
 {
@@ -18,18 +20,15 @@ double numberOf(const QString& text)
     return parseWholeNumber({item.constData(), static_cast<size_t>(item.size())}, value) ? value : qQNaN();
 }
 
-QVector<double> columnOf(const FlexGrid& table, int col, const FlexGrid::Area& block)
+QVector<double> columnOf(const FlexGrid& table, TableNumbers& numbers, int col, const FlexGrid::Area& block)
 {
     QVector<double> values;
     values.reserve(block.bottom - block.top + 1);
-    // A flow's text is its number without loss; the texts of the times are rounded, and count as they are shown.
-    const bool takesNumbers = col >= kFirstFlow && table.isNumberColumn(col);
-    for (int row = block.top; row <= block.bottom; ++row) {
-        double value = takesNumbers ? table.number(row, col) : qQNaN();
-        if (!takesNumbers || (row == 0 && qIsNaN(value)))
-            value = numberOf(table.textMatrix(row, col));
-        values.append(value);
-    }
+    if (block.top == 0)
+        values.append(numberOf(table.textMatrix(0, col)));
+    const std::span<const double> cells = numbers.column(col);
+    for (int row = std::max(1, block.top); row <= block.bottom; ++row)
+        values.append(cells[static_cast<size_t>(row) - 1]);
     return values;
 }
 
@@ -40,12 +39,13 @@ std::optional<QVector<ChartSeries>> quickChartOf(const FlexGrid& table)
     const FlexGrid::Area block = table.selection();
     if (block.top == block.bottom && block.left == block.right)
         return std::nullopt;
-    const QVector<double> hours = columnOf(table, kHours, block);
+    TableNumbers numbers(table);
+    const QVector<double> hours = columnOf(table, numbers, kHours, block);
     QVector<ChartSeries> all;
     for (int col = block.left; col <= block.right; ++col) {
         const QString heading = Trim(table.textMatrix(0, col));
         all.append({heading.isEmpty() ? QStringLiteral("Column %1").arg(col) : heading, hours,
-                    columnOf(table, col, block), false});
+                    columnOf(table, numbers, col, block), false});
     }
     return all;
 }

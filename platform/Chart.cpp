@@ -165,9 +165,15 @@ void Chart::setAxisTitles(const QString& time, const QString& timeUnit, const QS
 {
     m_timeTitle = withUnit(time, timeUnit);
     m_valueTitle = withUnit(value, valueUnit);
+    m_plot->setAxisTitles(m_timeTitle, m_valueTitle);
+    setReadOutUnits(timeUnit, valueUnit);
+}
+
+void Chart::setReadOutUnits(const QString& timeUnit, const QString& valueUnit)
+{
     m_timeUnit = timeUnit;
     m_valueUnit = valueUnit;
-    m_plot->setAxisTitles(m_timeTitle, m_valueTitle);
+    showReadOut();
 }
 
 void Chart::setLegendShown(bool shown)

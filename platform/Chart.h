@@ -71,6 +71,8 @@ public:
     QRect titleRect() const;
     /// Units stand in brackets behind the titles, empty ones are left out.
     void setAxisTitles(const QString& time, const QString& timeUnit, const QString& value, const QString& valueUnit);
+    /// Units that the line below tells, for charts whose axes name none.
+    void setReadOutUnits(const QString& timeUnit, const QString& valueUnit);
     QString timeTitle() const { return m_timeTitle; }
     QString valueTitle() const { return m_valueTitle; }
     void setLegendShown(bool shown);

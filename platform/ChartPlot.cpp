@@ -230,7 +230,10 @@ void ChartPlot::colorAxis(QCPAxis& axis)
     axis.setSubTickPen(line);
     axis.setTickLabelColor(ink);
     axis.setLabelColor(ink);
-    axis.grid()->setVisible(m_options.gridLines && (axis.axisType() & (QCPAxis::atLeft | QCPAxis::atBottom)));
+    const bool isBorder = axis.axisType() == QCPAxis::atTop || axis.axisType() == QCPAxis::atRight;
+    axis.setTicks(!isBorder);
+    axis.setSubTicks(!isBorder);
+    axis.grid()->setVisible(m_options.gridLines && !isBorder);
     axis.grid()->setPen(QPen(m_dark ? QColor(62, 64, 68) : QColor(222, 222, 222), 0.0));
     axis.grid()->setZeroLinePen(QPen(line, 0.0));
 }
@@ -333,8 +336,14 @@ void ChartPlot::addLegend()
     m_table->setMargins(QMargins(4, 4, 8, 4));
     m_table->setFillOrder(QCPLayoutGrid::foRowsFirst);
     m_table->setWrap(rows);
-    m_table->setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
-    plotLayout()->addElement(plotLayout()->rowCount() - 1, 1, m_table);
+    // Beside the curves from the top down; the empty place below takes the height that it does not need.
+    m_table->setMaximumSize(QWIDGETSIZE_MAX, (std::min(rows, count) + 1) * (rowHeight + 1));
+    auto* column = new QCPLayoutGrid;
+    column->setRowSpacing(0);
+    column->addElement(0, 0, m_table);
+    column->addElement(1, 0, new QCPLayoutElement(this));
+    column->setRowStretchFactor(1, 0.001);
+    plotLayout()->addElement(plotLayout()->rowCount() - 1, 1, column);
     m_table->setLayer(QStringLiteral("legend"));
     plotLayout()->setColumnStretchFactor(0, 1.0);
     plotLayout()->setColumnStretchFactor(1, 0.001);
