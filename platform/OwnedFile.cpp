@@ -8,6 +8,7 @@
 #include <QFileInfo>
 #include <QLockFile>
 #include <QSaveFile>
+#include <QSysInfo>
 
 namespace kalvo {
 
@@ -32,12 +33,24 @@ OwnedFile::OwnedFile(const QString& path)
 
 OwnedFile::~OwnedFile() = default;
 
+/// In a sandbox every start of a program can have one and the same process number, so that a dead owner looks alive.
+/// The system's own lock on the file tells the truth; another machine's it does not know.
+bool OwnedFile::tookFromTheDead()
+{
+    qint64 process = 0;
+    QString machine, program;
+    if (!m_lock->getLockInfo(&process, &machine, &program) || machine != QSysInfo::machineHostName())
+        return false;
+    QLockFile oneAtATime(m_path + QStringLiteral(".claim"));
+    return oneAtATime.tryLock(0) && m_lock->removeStaleLockFile() && m_lock->tryLock(0);
+}
+
 OwnedFile::Claim OwnedFile::claim(QString* why)
 {
     if (m_lock->tryLock(0))
         return Claim::Mine;
     if (m_lock->error() == QLockFile::LockFailedError)
-        return Claim::Owned;
+        return tookFromTheDead() ? Claim::Mine : Claim::Owned;
     const QString folder = QFileInfo(m_path).path();
     explain(why, m_lock->error() == QLockFile::PermissionError
                      ? QStringLiteral("nothing can be written in %1").arg(folder)

@@ -46,6 +46,7 @@ private:
         Impossible
     };
     Claim claim(QString* why);
+    bool tookFromTheDead();
 
     QString m_path;
     std::unique_ptr<QLockFile> m_lock;

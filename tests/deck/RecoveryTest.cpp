@@ -246,6 +246,20 @@ TEST_F(CrashTest, AKilledProgramGivesItsCopyAwayAndALivingOneDoesNot)
     EXPECT_EQ(left[0].deck.cards, QList<QStringList>({{"KK", "KILLED"}}));
 }
 
+TEST_F(CrashTest, AnOwnerThatDiedUnderTheSameProcessNumberIsDead)
+{
+    start();
+    program->type(1, 1, "KK");
+    program->copy().tick();
+    EXPECT_TRUE(leftDecks(services).empty());
+    const QByteArray owner = services.bytes("checkycopy1.dat.lock");
+    EXPECT_TRUE(owner.startsWith(QByteArray::number(QCoreApplication::applicationPid()))) << owner.toStdString();
+    program.reset();
+    services.put("checkycopy1.dat.lock", owner);
+    EXPECT_EQ(leftDecks(services).size(), 1U);
+    EXPECT_EQ(copies(), QStringList("checkycopy1.dat"));
+}
+
 // -- The file itself -------------------------------------------------------------------------------------------------
 
 TEST(KeptDeckTest, EveryCellComesBackAsItWasAndNoPartOfTheFilePassesForTheWhole)
