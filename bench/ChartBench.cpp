@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QImage>
 #include <QPainter>
+#include <QWheelEvent>
 
 #include <cmath>
 
@@ -79,6 +80,24 @@ void BM_Redraw_ChartZoomedIn(benchmark::State& state)
     redraw(state, true);
 }
 BENCHMARK(BM_Redraw_ChartZoomedIn)->Arg(60)->Unit(benchmark::kMillisecond);
+
+/// A turn of the wheel as its user has it: hit, both ranges, redraw.
+void BM_Wheel_Chart(benchmark::State& state)
+{
+    Chart chart;
+    chart.resize(kWidth, kHeight);
+    chart.setSeries(floods(60, 2000));
+    chart.show();
+    QApplication::processEvents();
+    int delta = 120;
+    for (auto _ : state) {
+        const QPointF at(500, 300);
+        QWheelEvent turn(at, at, {}, {0, delta = -delta}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(&chart, &turn);
+        QApplication::processEvents();
+    }
+}
+BENCHMARK(BM_Wheel_Chart)->Unit(benchmark::kMillisecond);
 
 void BM_SetSeries_Chart(benchmark::State& state)
 {

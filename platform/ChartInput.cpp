@@ -122,12 +122,13 @@ void Chart::wheelEvent(QWheelEvent* event)
     const QPointF at = event->position();
     const double factor = std::pow(kZoomOfAStep, delta / 120.0);
     const QRect flow = m_plot->flowRect();
+    const ChartScale time = m_plot->timeScale(), value = m_plot->valueScale(); // asked for later they would draw twice
     const bool onTimes = at.y() > flow.bottom(), onValues = at.x() < flow.left();
     dropTip();
     if (!onValues && !(event->modifiers() & Qt::ControlModifier))
-        setTimeRange(m_plot->timeScale().zoomed(at.x(), factor));
+        setTimeRange(time.zoomed(at.x(), factor));
     if (!onTimes && !(event->modifiers() & Qt::ShiftModifier))
-        setValueRange(m_plot->valueScale().zoomed(at.y(), factor));
+        setValueRange(value.zoomed(at.y(), factor));
     event->accept();
 }
 

@@ -98,6 +98,7 @@ ChartPlot::ChartPlot(QWidget* parent) : QCustomPlot(parent)
         if (m_rainRect)
             m_rainRect->axis(QCPAxis::atBottom)->setRange(range);
     });
+    connect(this, &QCustomPlot::afterReplot, this, [this] { m_stale = false; });
     buildCrosshair();
     colorAll();
     layOut();
@@ -308,6 +309,12 @@ void ChartPlot::addRainPanel()
     const QColor blue = m_dark ? QColor(110, 170, 255) : QColor(40, 100, 190);
     bars->setPen(QPen(blue, 0.0));
     bars->setBrush(QColor(blue.red(), blue.green(), blue.blue(), 150));
+    if (!m_rain.label.isEmpty()) {
+        auto* name = new QCPTextElement(this, m_rain.label, QFont(font().family(), 8));
+        name->setTextColor(depths.labelColor());
+        name->setMargins(QMargins(4, 2, 8, 4));
+        m_rainRect->insetLayout()->addElement(name, Qt::AlignRight | Qt::AlignBottom);
+    }
     plotLayout()->addElement(plotLayout()->rowCount(), 0, m_rainRect);
 }
 
@@ -492,7 +499,6 @@ void ChartPlot::drawSoon()
 
 void ChartPlot::drawNow()
 {
-    m_stale = false;
     replot(rpQueuedRefresh);
 }
 
