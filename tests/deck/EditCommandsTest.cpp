@@ -29,17 +29,6 @@ TEST_F(EditCommandsTest, CopyGivesCrLfAndCutCrAlone)
     EXPECT_EQ(text(), "KK|A|x\nBA|1|y\nZZ");
 }
 
-TEST_F(EditCommandsTest, WhatIsTypedIsCopied)
-{
-    cards("KK|A\nZZ");
-    at(1, 3);
-    box.contents = "typed";
-    page.edit.menuOpening(EditCommands::Menu::Edit);
-    ASSERT_TRUE(run("editcopy"));
-    EXPECT_EQ(services.clipboard.raw(), "typed");
-    EXPECT_EQ(grid.textMatrix(1, 3), "typed");
-}
-
 TEST_F(EditCommandsTest, ClearingLeavesTheClipboardAloneAndTheLinesAreCountedAgain)
 {
     cards("*|note\nBA|1\nZZ");

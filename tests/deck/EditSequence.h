@@ -32,8 +32,12 @@ public:
     /// One step told by four bytes. @return what is wrong afterwards, empty when all holds.
     std::string step(std::uint8_t what, std::uint8_t a, std::uint8_t b, std::uint8_t c)
     {
+        if (m_grid.rows() > kMostRows) { // so that a long run stays quick
+            m_grid.select(1, 1, kMostRows / 2, 1);
+            what = kDeleteLines;
+        }
         m_page.deck.storeEditBox();
-        const QString before = text();
+        const QString before = text(); // entering a cell may have stripped its blanks, which is no edit
         const QString cards = essence();
         const int level = m_page.deck.undoCount;
         const int rows = m_grid.rows();
@@ -72,6 +76,7 @@ private:
     static constexpr int kStartRows = 24;
     static constexpr int kMostRows = 400;
     static constexpr std::uint8_t kActs = 23;
+    static constexpr std::uint8_t kDeleteLines = 2; ///< among kCommands
 
     /// All texts, line numbers and header included.
     QString text() const
@@ -111,10 +116,6 @@ private:
             "newinsertrow", "deleterow", "mnu_deletelines", "editcopy",      "editcut", "editpaste",
             "pasteover",    "editclear", "mnu_hiderows",    "FR_ReplaceAll", "unhide"};
         what = what % kActs;
-        if (m_grid.rows() > kMostRows) { // so that a long run stays quick
-            m_grid.select(1, 1, kMostRows / 2, 1);
-            what = 2;
-        }
         if (what < kCommands.size()) {
             m_page.edit.menuOpening(a % 2 ? EditCommands::Menu::Edit : EditCommands::Menu::Popup);
             m_page.commands.setEnabled(QStringLiteral("editpaste"), true);

@@ -305,20 +305,6 @@ TEST_F(ImportTest, ASaveThatCannotBeWholeWritesNothing)
     EXPECT_TRUE(recent.indexes().isEmpty());
 }
 
-TEST_F(ImportTest, ReturningForgetsBothScreens)
-{
-    screens.show("Form8");
-    desk.convert("KK A1 WEST\nZZ");
-    EXPECT_FALSE(desk.remarks().isEmpty());
-    bool returned = false;
-    QObject::connect(&desk, &FreeFormatDesk::returned, &desk, [&] { returned = true; });
-    desk.returnFromTranslation();
-    EXPECT_TRUE(returned);
-    EXPECT_TRUE(screens.loaded().isEmpty());
-    EXPECT_EQ(desk.Grid1.textMatrix(1, 1), "");
-    EXPECT_TRUE(desk.remarks().isEmpty());
-}
-
 TEST_F(ImportTest, SavesTheFreeTextWithCrLf)
 {
     services.dialogs.willAnswer(services.path("f.dat"));

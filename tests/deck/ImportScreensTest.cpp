@@ -140,6 +140,12 @@ TEST_F(ImportScreens, TheTranslationIsMendedInTheLeftPanelAndPasted)
     EXPECT_EQ(left.textCursor().selectedText().size(), left.toPlainText().size());
     trigger(form7, "mnu_convert");
     EXPECT_EQ(gridText(view.grid(), 2, 1, 2, 4), "BA|1.65|2|");
+    services.dialogs.willAnswer(services.path("new.dat"));
+    trigger(form7, "mnu_save");
+    EXPECT_TRUE(services.bytes("new.dat").contains("BA  1.65       2 "));
+    services.dialogs.willAnswer(Button::Ok);
+    trigger(form7, "mnu_help");
+    EXPECT_EQ(told().last(), "Procedure: Select Rows, Copy, Paste Selection on Main Input Screen");
     trigger(form7, "mnu_undo");
     EXPECT_EQ(left.toPlainText(), "KK A1 WEST SLOPE\nBA   1.65  2\nZZ");
 
@@ -148,24 +154,13 @@ TEST_F(ImportScreens, TheTranslationIsMendedInTheLeftPanelAndPasted)
     trigger(form7, "mnu_returnfrom7");
     EXPECT_FALSE(screens.isLoaded("Form7"));
     EXPECT_FALSE(screens.isLoaded("Form8"));
+    EXPECT_TRUE(page.imports.freeFormat()->remarks().isEmpty());
     grid.setCursor(2, 1);
     entry("editpaste").trigger();
     EXPECT_EQ(gridText(grid, 1, 1, 3, 3), "ID| MINE|\nBA|1.65|2\nZZ||");
     entry("mnu_freeformat").trigger();
     EXPECT_EQ(in<QPlainTextEdit>(screen<Form8>("Form8"), "RichTextBox1").toPlainText(), "")
         << "an unloaded editor has forgotten its text";
-}
-
-TEST_F(ImportScreens, TheTranslationIsSavedAndHelpful)
-{
-    Form7& form7 = translation("BA 1.65\nZZ");
-    EXPECT_FALSE(in<QPlainTextEdit>(form7, "Remarks").isVisible());
-    services.dialogs.willAnswer(services.path("new.dat"));
-    trigger(form7, "mnu_save");
-    EXPECT_TRUE(services.bytes("new.dat").startsWith("BA  1.65"));
-    services.dialogs.willAnswer(Button::Ok);
-    trigger(form7, "mnu_help");
-    EXPECT_EQ(told().last(), "Procedure: Select Rows, Copy, Paste Selection on Main Input Screen");
 }
 
 TEST_F(ImportScreens, TheDeckIsShownSavedAndCopiedAsText)
