@@ -34,6 +34,7 @@ protected:
 class HourTicker : public PlainTicker
 {
 protected:
+    QString getTickLabel(double tick, const QLocale&, QChar, int) override { return hourTickLabel(tick, m_step); }
     double getTickStep(const QCPRange& range) override { return m_step = hourTickStep(range.size(), 8); }
     int getSubTickCount(double step) override { return step >= 6.0 ? 5 : 3; }
 };
@@ -347,10 +348,10 @@ void ChartPlot::addLegend()
     m_table->setMaximumSize(QWIDGETSIZE_MAX, (std::min(rows, count) + 1) * (rowHeight + 1));
     auto* column = new QCPLayoutGrid;
     column->setRowSpacing(0);
+    plotLayout()->addElement(plotLayout()->rowCount() - 1, 1, column);
     column->addElement(0, 0, m_table);
     column->addElement(1, 0, new QCPLayoutElement(this));
     column->setRowStretchFactor(1, 0.001);
-    plotLayout()->addElement(plotLayout()->rowCount() - 1, 1, column);
     m_table->setLayer(QStringLiteral("legend"));
     plotLayout()->setColumnStretchFactor(0, 1.0);
     plotLayout()->setColumnStretchFactor(1, 0.001);

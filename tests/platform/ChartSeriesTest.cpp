@@ -134,4 +134,9 @@ TEST(ChartTicks, FallOnHoursAndDays)
     EXPECT_DOUBLE_EQ(hourTickStep(720.0, 8), 120.0);
     EXPECT_GT(hourTickStep(1e6, 8), 1e5);
     EXPECT_LT(hourTickStep(1e-4, 8), 1e-4);
+    EXPECT_EQ(hourTickLabel(100.0 / 60.0, 10.0 / 60.0), "1:40");
+    EXPECT_EQ(hourTickLabel(-0.25, 0.25), "-0:15");
+    EXPECT_EQ(hourTickLabel(0.5, 0.5), "0:30");
+    EXPECT_EQ(hourTickLabel(36.0, 12.0), "36");
+    EXPECT_EQ(hourTickLabel(1e-17, 3.0), "0");
 }
