@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/ChartSeries.h"
 
+#include "platform/text.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
