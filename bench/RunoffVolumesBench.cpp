@@ -11,6 +11,10 @@
 
 #include <benchmark/benchmark.h>
 
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+
 using namespace kalvo;
 
 namespace {
@@ -26,10 +30,18 @@ public:
     QStringList fontNames() const override { return {}; }
 };
 
+/// A flow of eight digits, as HEC-1 writes them.
+double asWritten(double flow)
+{
+    char text[32];
+    std::snprintf(text, sizeof text, "%.8g", flow);
+    return std::strtod(text, nullptr);
+}
+
+/// Hydrographs that rise, peak at ordinate 400 and recede below a thousandth, each of another size.
 Tape21 tapeOfManyRecords()
 {
     Tape21 tape;
-    quint32 random = 12345;
     for (int station = 0; station < kStations; ++station) {
         tape.stationNames.append(QStringLiteral("S%1").arg(station).leftJustified(Tape21Header::kNameLength));
         tape.stations.push_back(
@@ -37,8 +49,9 @@ Tape21 tapeOfManyRecords()
         for (int ratio = 1; ratio <= kRatios; ++ratio) {
             HydrographRecord record{station, ratio, 1, 1, 0.0, true, {}};
             for (int i = 0; i < kOrdinates; ++i) {
-                random = random * 1664525u + 1013904223u;
-                record.flows.push_back((random >> 8) % 10'000'000 / 1000.0);
+                const double time = i / 400.0;
+                record.flows.push_back(
+                    asWritten((7.3 * station + 11.0) * ratio * std::pow(time * std::exp(1 - time), 5)));
             }
             tape.records.push_back(std::move(record));
         }

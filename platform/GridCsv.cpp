@@ -13,10 +13,9 @@ QString headingOf(const FlexGrid& grid, int col, const UnitOfColumn& unit)
 {
     const QString heading = grid.textMatrix(0, col);
     const QString measure = unit ? unit(col) : QString();
-    if (measure.isEmpty())
+    if (measure.isEmpty() || heading.isEmpty())
         return heading;
-    const QString inBrackets = QLatin1Char('(') + measure + QLatin1Char(')');
-    return heading.isEmpty() ? inBrackets : heading + QLatin1Char(' ') + inBrackets;
+    return heading + QStringLiteral(" (") + measure + QLatin1Char(')');
 }
 
 } // namespace

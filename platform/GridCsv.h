@@ -13,7 +13,8 @@ namespace kalvo {
 /// A text as one field of a CSV file (RFC 4180), UTF-8: in double quotes where it holds a comma, a quote or a line end.
 QByteArray csvField(const QString& text);
 
-/// What stands behind the heading of a column of numbers, in brackets ("cfs"); empty for a column without a unit.
+/// What stands behind the heading of a column of numbers, in brackets ("cfs"); empty for a column without a unit. A
+/// column without a heading gets none either.
 using UnitOfColumn = std::function<QString(int col)>;
 
 /// Writes a whole grid as CSV, whatever is selected: row 0 holds the headings, each with its unit, every further row

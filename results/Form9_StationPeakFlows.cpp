@@ -19,7 +19,7 @@ namespace {
 constexpr int kBesideGrid = 500;
 constexpr int kBesideButton = 400;
 constexpr int kBelowGrid = 300;
-constexpr int kGridHeight = 1500; ///< headings, peaks and a scroll bar
+constexpr int kGridHeight = 900; ///< headings, peaks and a scroll bar
 
 constexpr int kTop = 10; ///< pixels above the grid
 
@@ -40,7 +40,7 @@ Form9::Form9(std::shared_ptr<ResultDesk> desk, MainWindow mainWindow)
     buildMenu();
     setFirstFocus(PKS);
     connect(&tables(), &ResultTables::changed, this, &Form9::repaintScreen);
-    resize(720, 200);
+    resize(720, 150);
     repaintScreen();
 }
 

@@ -2,6 +2,7 @@
 #include "results/FrmRunoffVolumes_RunoffVolumes.h"
 
 #include "platform/ResultGrid.h"
+#include "results/ColumnFit.h"
 
 #include <QAction>
 #include <QLabel>
@@ -103,6 +104,7 @@ void FrmRunoffVolumes::repaintScreen()
         fillVolumes(m_table, m_volumes, tables().tableCounts, services().measure);
         m_volumes = runoffVolumes(tables().hydrographTable);
         fillVolumes(m_table, m_volumes, tables().tableCounts, services().measure);
+        widenToTexts(m_table, 0, 2, services().measure);
     });
 }
 

@@ -18,7 +18,7 @@ constexpr double kEndedBelow = 1.0;
 constexpr int kFirstRecord = 2; ///< column of the table of hydrographs
 constexpr int kGroup = 4;       ///< rows of a station, plan and JD simulation
 
-/// Lengths of the steps in hours; step i ends at ordinate i, the first one is 0.
+/// Lengths of the steps in hours; step i ends at ordinate i, the first one is 0, for the first flow does not count.
 std::vector<double> stepsOf(const std::vector<double>& hours)
 {
     std::vector<double> steps(hours.size());
@@ -30,25 +30,35 @@ std::vector<double> stepsOf(const std::vector<double>& hours)
     return steps;
 }
 
-double volumeOf(const std::vector<double>& steps, std::span<const double> flows)
+/// Adds up one hydrograph, piece by piece.
+struct Summing
 {
+    const std::vector<double>& steps;
     double volume = 0.0;
-    for (size_t i = 1; i < flows.size(); ++i)
-        volume += steps[i] * flows[i] * kSecondsInHour;
-    if (!std::isnan(volume))
-        return volume;
-    volume = 0.0;
-    for (size_t i = 1; i < flows.size(); ++i)
-        if (!std::isnan(flows[i]))
-            volume += steps[i] * flows[i] * kSecondsInHour;
-    return volume;
-}
+    double last = 0.0; ///< flow that is there
 
-bool isStillUp(std::span<const double> flows)
-{
-    const auto last = std::find_if(flows.rbegin(), flows.rend(), [](double flow) { return !std::isnan(flow); });
-    return last != flows.rend() && std::fabs(*last) > kEndedBelow;
-}
+    void take(std::span<const double> flows, size_t first)
+    {
+        double sum = volume; // in a register, which a member is not
+        for (size_t i = 0; i < flows.size(); ++i)
+            sum += steps[first + i] * flows[i] * kSecondsInHour;
+        if (std::isnan(sum))
+            return takeWithEmptyCells(flows, first);
+        volume = sum;
+        last = flows.empty() ? last : flows.back();
+    }
+
+private:
+    void takeWithEmptyCells(std::span<const double> flows, size_t first)
+    {
+        for (size_t i = 0; i < flows.size(); ++i) {
+            if (std::isnan(flows[i]))
+                continue;
+            volume += steps[first + i] * flows[i] * kSecondsInHour;
+            last = flows[i];
+        }
+    }
+};
 
 } // namespace
 
@@ -65,10 +75,9 @@ std::vector<RunoffVolume> runoffVolumes(const FlexGrid& hydrographTable)
             break;
         if (col == kFirstRecord)
             steps = stepsOf(numbers.copyOf(0));
-        const std::span<const double> flows = numbers.column(col);
-        volumes.push_back({label, 0.0, isStillUp(flows)});
-        // Last, so that the sum stays in a register: it takes half the time then.
-        volumes.back().volume = volumeOf(steps, flows);
+        Summing sum{steps};
+        numbers.forEachPiece(col, [&sum](std::span<const double> flows, size_t first) { sum.take(flows, first); });
+        volumes.push_back({label, sum.volume, std::fabs(sum.last) > kEndedBelow});
     }
     return volumes;
 }

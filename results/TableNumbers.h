@@ -3,6 +3,9 @@
 
 #include "platform/FlexGrid.h"
 
+#include <algorithm>
+#include <array>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -15,8 +18,10 @@ namespace kalvo {
 /// @code
 ///     TableNumbers numbers(tables.hydrographTable);
 ///     const std::vector<double> hours = numbers.copyOf(0);
-///     for (int col = 2; col < table.cols(); ++col)
-///         for (double flow : numbers.column(col))
+///     numbers.forEachPiece(2, [&](std::span<const double> flows, size_t first) {
+///         for (size_t i = 0; i < flows.size(); ++i)
+///             moment += hours[first + i] * flows[i];
+///     });
 /// @endcode
 class TableNumbers
 {
@@ -29,11 +34,38 @@ public:
     std::span<const double> column(int col);
     std::vector<double> copyOf(int col);
 
+    /// The same in pieces: `take(numbers, first)` gets some of them, the first of which stands in row first + 1, one
+    /// piece after the other. Quickest for sums: the processor judges the next piece while it adds up the last one.
+    template <class Take> void forEachPiece(int col, Take take)
+    {
+        const std::optional<std::span<const double>> values = generalNumbers(col);
+        if (!values) {
+            readTexts(col);
+            take(std::span<const double>(m_read), size_t(0));
+            return;
+        }
+        for (size_t at = 0; at < values->size(); at += kPiece)
+            take(read(values->subspan(at, std::min(kPiece, values->size() - at))), at);
+        if (values->size() < rows())
+            take(std::span<const double>(m_read = emptyCells(rows() - values->size())), values->size());
+    }
+
 private:
+    static constexpr size_t kPiece = 64; ///< values that are judged at once
+
+    size_t rows() const { return static_cast<size_t>(std::max(m_table.rows() - 1, 0)); }
+    /// Numbers of row 1 and below that are shown as general texts; none for any other column.
+    std::optional<std::span<const double>> generalNumbers(int col) const;
     void readTexts(int col);
+    static std::vector<double> emptyCells(size_t count);
+    /// The numbers of the values' texts: the values themselves where that can be seen of all.
+    std::span<const double> read(std::span<const double> piece);
+    bool areTextsOf(std::span<const double> piece);
 
     const FlexGrid& m_table;
-    std::vector<double> m_read;
+    int m_decimals = 11; ///< of the last piece: flows of one run are of one size, mostly
+    std::array<double, kPiece> m_piece{};
+    std::vector<double> m_read, m_column;
 };
 
 /// The number that the general text of `value` gives.

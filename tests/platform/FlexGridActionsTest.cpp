@@ -126,7 +126,7 @@ TEST(GridCsv, QuotesWhatNeedsItAndPutsUnitsIntoTheHeadings)
     grid.setNumberColumn(3, 1, {1280.125}, generalText);
     const QString path = services.path("table.csv");
     EXPECT_EQ(writeGridCsv(grid, path, [](int col) { return col > 0 ? QStringLiteral("cfs") : QString(); }), "");
-    EXPECT_EQ(services.bytes("table.csv"), "KK Name,\"A, upper (cfs)\",(cfs),C (cfs)\r\n"
+    EXPECT_EQ(services.bytes("table.csv"), "KK Name,\"A, upper (cfs)\",,C (cfs)\r\n"
                                            "\"say \"\"hi\"\"\",1.5,,1280.125\r\n"
                                            "B\xC3\xBC"
                                            "ch,-0.25,x,\r\n");
