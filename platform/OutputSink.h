@@ -12,8 +12,8 @@ QT_END_NAMESPACE
 
 namespace kalvo {
 
-/// One output of a run without a window: a file, which appears under its name only when it is whole, or standard
-/// output. Every write is checked to the close.
+/// One output that is written piece by piece: a file, which appears under its name only when it is whole, so that one
+/// that was there before stays until then, or standard output. Every write is checked to the close.
 class OutputSink
 {
 public:

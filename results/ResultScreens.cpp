@@ -10,17 +10,10 @@ namespace kalvo {
 void registerResultScreens(Screens& screens, const std::shared_ptr<ResultDesk>& desk,
                            const ResultWindow::MainWindow& mainWindow)
 {
-    // The registry goes ahead of the desk's last holder: a screen never lives longer than what it shows.
     screens.add(QStringLiteral("Form9"), [desk, mainWindow] { return std::make_unique<Form9>(desk, mainWindow); });
     screens.add(QStringLiteral("Form10"), [desk, mainWindow] { return std::make_unique<Form10>(desk, mainWindow); });
     screens.add(QStringLiteral("FrmRunoffVolumes"),
                 [desk, mainWindow] { return std::make_unique<FrmRunoffVolumes>(desk, mainWindow); });
-    QObject::connect(desk.get(), &ResultDesk::returned, desk.get(), [mainWindow] {
-        if (QWidget* window = mainWindow ? mainWindow() : nullptr) {
-            window->raise();
-            window->activateWindow();
-        }
-    });
 }
 
 } // namespace kalvo

@@ -68,6 +68,13 @@ struct ResultScreens : testing::Test
     }
     static void trigger(QWidget& window, const char* name) { in<QAction>(window, name).trigger(); }
     QString copied() const { return services.clipboard.raw(); }
+    static QString tipOver(ResultGrid& grid, int row, int col)
+    {
+        const QPoint at = grid.viewport()->mapFrom(&grid, grid.cellRect(row, col).center());
+        QHelpEvent ask(QEvent::ToolTip, at, grid.viewport()->mapToGlobal(at));
+        QApplication::sendEvent(grid.viewport(), &ask);
+        return QToolTip::text();
+    }
     static void press(ResultGrid& grid, QKeySequence::StandardKey key) { QTest::keySequence(&grid, QKeySequence(key)); }
 };
 
@@ -194,6 +201,10 @@ TEST_F(ResultScreens, TheUnitOfTheRunStandsInTipsAndInCsv)
     EXPECT_EQ(services.bytes("peaks.csv"), "KK Name,Ratio  1 Plan  1 JD  1 (m3/s),Ratio  2 Plan  1 JD  1 (m3/s)\r\n"
                                            "UPPER,2,4\r\nOUT,0,1\r\n");
     EXPECT_EQ(services.dialogs.last().file.initialName, "storm");
+    EXPECT_EQ(tipOver(in<ResultGrid>(form, "Grid1"), 1, 1), "m3/s");
+    auto& volumes = in<ResultGrid>(opened("mnu_runoffvolumes", "FrmRunoffVolumes"), "Grid1");
+    EXPECT_EQ(tipOver(volumes, 3, 1), "m3: the deck of this run has metric units");
+    EXPECT_EQ(volumes.grid().textMatrix(3, 0), "Volume (cf) ");
 
     services.put("checky.dat", "ID ENGLISH\r\nKK  A\r\nZZ\r\n");
     read(kTwoRatios);
