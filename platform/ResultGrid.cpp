@@ -3,29 +3,15 @@
 
 #include "platform/CommandGuard.h"
 #include "platform/GridActions.h"
+#include "platform/Hourglass.h"
 
 #include <QAction>
-#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMenu>
 
 #include <algorithm>
 
 namespace kalvo {
-
-namespace {
-
-/// The hourglass as long as it lives, also when what it stands over throws.
-class Hourglass
-{
-public:
-    Hourglass() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
-    ~Hourglass() { QGuiApplication::restoreOverrideCursor(); }
-    Hourglass(const Hourglass&) = delete;
-    Hourglass& operator=(const Hourglass&) = delete;
-};
-
-} // namespace
 
 ResultGrid::ResultGrid(FlexGrid& grid, Services& services, QWidget* parent)
     : FlexGridView(grid, parent), m_services(services)

@@ -119,20 +119,22 @@ void TextFindBar::restart()
 
 void TextFindBar::findNext()
 {
+    if (m_text->text().isEmpty())
+        return open();
     m_wasWrapped = false;
     search(true, m_view.SelStart() + (m_view.SelLength() > 0 ? 1 : 0));
 }
 
 void TextFindBar::findPrevious()
 {
+    if (m_text->text().isEmpty())
+        return open();
     m_wasWrapped = false;
     search(false, m_view.SelStart());
 }
 
 void TextFindBar::search(bool forward, qsizetype from)
 {
-    if (m_text->text().isEmpty())
-        return;
     const TextNeedle wanted = needle();
     const TextBuffer& text = m_view.text();
     qsizetype at = forward ? text.find(wanted, from) : text.findLast(wanted, from);

@@ -3,6 +3,7 @@
 
 #include "platform/LargeTextView.h"
 #include "run/DetailedRoutings.h"
+#include "run/ReportText.h"
 #include "run/RoutingCommands.h"
 #include "run/RunFolder.h"
 
@@ -19,16 +20,14 @@ namespace kalvo {
 
 namespace {
 
-const QString kName = QStringLiteral("DetRes");
 const QString kNoData = QStringLiteral("No Data was provided for Reservoir Routings.");
 constexpr int kTextWidth = 720; ///< pixels for the lines beside the list
 
 } // namespace
 
-DetRes::DetRes(RoutingSurroundings around, QWidget* parent) : QMainWindow(parent), m_around(std::move(around))
+DetRes::DetRes(ViewerSurroundings around)
+    : RoutingWindow("DetRes", QStringLiteral("Detailed Reservoir Routings"), std::move(around))
 {
-    setObjectName(kName);
-    setWindowTitle(QStringLiteral("Detailed Reservoir Routings"));
     buildControls();
     buildMenus();
     resize(960, 600);
@@ -58,17 +57,14 @@ void DetRes::buildControls()
 void DetRes::buildMenus()
 {
     RoutingMenu menu;
-    menu.save = [this] { saveRoutings(m_around.services, rb->text().mid(0, rb->text().length())); };
+    menu.save = [this] { saveRoutings(services(), rb->text().mid(0, rb->text().length())); };
     menu.copy = [this] { copySelection(false); };
     menu.copyAsData = [this] { copySelection(true); };
     menu.selectAll = [this] { rb->select(0, rb->text().length()); };
     menu.find = [this] { find(false); };
     menu.findAgain = [this] { find(true); };
-    menu.grid = [this] { m_around.screens.show(QStringLiteral("detres2")); };
-    menu.goBack = [this] {
-        close();
-        m_around.toMainScreen();
-    };
+    menu.grid = [this] { screens().show(QStringLiteral("detres2")); };
+    menu.goBack = [this] { close(); };
     auto* popup = new QMenu(this);
     popup->setObjectName(QStringLiteral("Popup"));
     popup->addActions(buildRoutingMenu(*this, menu));
@@ -80,15 +76,12 @@ void DetRes::showScreen()
     repaintScreen();
     if (!isVisible())
         fitList();
-    show();
-    raise();
-    activateWindow();
-    rb->setFocus();
+    bringForward(*rb);
     if (!m_why.isEmpty())
-        m_around.services.dialogs.warn(
+        services().dialogs.warn(
             QStringLiteral("The file %1 cannot be read.\r\n%2").arg(QString::fromLatin1(RunFolder::kStages), m_why));
     else if (rb->text().isEmpty())
-        m_around.services.dialogs.tell(kNoData);
+        services().dialogs.tell(kNoData);
 }
 
 void DetRes::fitList()
@@ -103,7 +96,7 @@ void DetRes::fitList()
 void DetRes::repaintScreen()
 {
     m_why.clear();
-    std::optional<TextBuffer> text = TextBuffer::load(RunFolder(m_around.services.folder).stages(), &m_why);
+    std::optional<TextBuffer> text = TextBuffer::load(RunFolder(services().folder).stages(), &m_why);
     TextBuffer shown = text ? std::move(*text) : TextBuffer();
     const QByteArrayView whole = shown.whole();
     m_entries->setStringList(jumpEntries({whole.data(), static_cast<size_t>(whole.size())}));
@@ -111,12 +104,6 @@ void DetRes::repaintScreen()
     rb->setText(std::move(shown));
     rb->setSelStart(0);
     SetTopLine(0);
-}
-
-void DetRes::closeEvent(QCloseEvent* event)
-{
-    QMainWindow::closeEvent(event);
-    m_around.screens.unload(kName);
 }
 
 void DetRes::jump(const QModelIndex& entry)
@@ -137,25 +124,20 @@ void DetRes::SetTopLine(qsizetype line)
 
 void DetRes::copySelection(bool asData)
 {
-    const QString text = rb->SelText();
-    if (text.isEmpty())
-        m_around.services.dialogs.tell(QStringLiteral("Nothing Selected"));
-    else
-        m_around.services.clipboard.setText(asData ? columnsByTabs(text) : text);
+    if (rb->SelLength() == 0)
+        tellNothingSelected();
+    else if (mayCopy(services(), rb->SelLength()))
+        services().clipboard.setText(asData ? columnsByTabs(rb->SelText()) : rb->SelText());
 }
 
 void DetRes::find(bool again)
 {
-    if (!again || m_sought.isEmpty()) {
-        const auto answer =
-            m_around.services.dialogs.input(QStringLiteral("Find in Routings"), windowTitle(), m_sought);
-        if (!answer || answer->isEmpty())
-            return;
-        m_sought = *answer;
-    }
-    const QByteArray words = m_sought.toLatin1();
+    const std::optional<QString> sought = soughtText(again);
+    if (!sought)
+        return;
+    const QByteArray words = sought->toLatin1();
     qsizetype hit = -1;
-    if (QString::fromLatin1(words) == m_sought) { // else no file of bytes holds it
+    if (QString::fromLatin1(words) == *sought) { // else no file of bytes holds it
         const TextNeedle needle(words, Qt::CaseInsensitive);
         hit = rb->text().find(needle, rb->SelStart() + (again ? 1 : 0));
         if (hit < 0)
@@ -164,7 +146,7 @@ void DetRes::find(bool again)
     if (hit >= 0)
         rb->select(hit, words.size());
     else
-        m_around.services.dialogs.tell(QStringLiteral("\"%1\" was not found.").arg(m_sought));
+        tellNotFound();
 }
 
 } // namespace kalvo

@@ -8,8 +8,6 @@
 #include "run/OutlineDock.h"
 
 #include <QAction>
-#include <QCloseEvent>
-#include <QGuiApplication>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
@@ -32,11 +30,9 @@ const QString kEditMenu = QStringLiteral("&Edit");
 
 } // namespace
 
-Form12::Form12(const ViewerSurroundings& around, QWidget* parent)
-    : QMainWindow(parent), m_around(around), m_report(around.services)
+Form12::Form12(const ViewerSurroundings& around)
+    : ReportViewer("Form12", QStringLiteral("HEC-1 Output -  Large File Viewer"), around)
 {
-    setObjectName(QStringLiteral("Form12"));
-    setWindowTitle(QStringLiteral("HEC-1 Output -  Large File Viewer"));
     buildText();
     buildFileMenu();
     buildEditMenu();
@@ -85,7 +81,7 @@ void Form12::buildFileMenu()
     addViewerEntry(*this, kFileMenu, "printersettings", QStringLiteral("Printer Margins"), [] {})->setEnabled(false);
     addViewerEntry(*this, kFileMenu, "mnu_print", QStringLiteral("Print"), [] {})->setEnabled(false);
     addViewerEntry(*this, kFileMenu, "mnu_Quit", QStringLiteral("&Return"), [this] {
-        goBack();
+        close();
     })->setShortcut(QKeySequence::Close);
 }
 
@@ -131,7 +127,8 @@ void Form12::buildPopup()
     const auto add = [this](const char* name, const QString& caption, void (Form12::*body)()) {
         QAction* action = m_popup->addAction(caption);
         action->setObjectName(QString::fromLatin1(name));
-        connect(action, &QAction::triggered, this, body);
+        connect(action, &QAction::triggered, this,
+                [this, name, body] { run(name, [this, body] { (this->*body)(); }); });
     };
     add("Pop_top", QStringLiteral("&Top"), &Form12::goTop);
     add("pop_Bot", QStringLiteral("&Bottom"), &Form12::goBottom);
@@ -139,12 +136,12 @@ void Form12::buildPopup()
     connect(rb1, &LargeTextView::contextMenuAsked, m_popup, [this](const QPoint& point) { m_popup->popup(point); });
 }
 
-QPushButton* Form12::hiddenButton(const char* name, void (Form12::*body)())
+QPushButton* Form12::hiddenButton(const char* name, std::function<void()> body)
 {
     auto* button = new QPushButton(this);
     button->setObjectName(QString::fromLatin1(name));
     button->hide();
-    connect(button, &QPushButton::clicked, this, body);
+    connect(button, &QPushButton::clicked, this, std::move(body));
     return button;
 }
 
@@ -152,9 +149,9 @@ void Form12::buildStatusBar()
 {
     statusBar()->setObjectName(QStringLiteral("StatusBar1"));
     statusBar()->setSizeGripEnabled(false);
-    QPushButton* const buttons[] = {hiddenButton("Command3", &Form12::goTop),
-                                    hiddenButton("Command2", &Form12::goBottom),
-                                    hiddenButton("Command1", &Form12::goBack)};
+    QPushButton* const buttons[] = {hiddenButton("Command3", [this] { goTop(); }),
+                                    hiddenButton("Command2", [this] { goBottom(); }),
+                                    hiddenButton("Command1", [this] { close(); })};
     for (int i = 0; i < kPanels; ++i) {
         auto* panel = new StatusPanelLabel(this);
         panel->setObjectName(QStringLiteral("panel%1").arg(i + 1));
@@ -191,46 +188,17 @@ bool Form12::eventFilter(QObject* watched, QEvent* event)
 
 // -- The report ------------------------------------------------------------------------------------------------------
 
-bool Form12::event(QEvent* event)
+QWidget& Form12::reportControl()
 {
-    if (event->type() == QEvent::WindowActivate)
-        readReport();
-    return QMainWindow::event(event);
+    return *rb1;
 }
 
-void Form12::showScreen()
+void Form12::loadReport()
 {
-    show();
-    raise();
-    activateWindow();
-    readReport();
-    rb1->setFocus();
-}
-
-void Form12::repaintScreen()
-{
-    m_report.forget();
-    if (isVisible())
-        readReport();
-}
-
-void Form12::readReport()
-{
-    if (m_report.isStale()) {
-        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
-        rb1->setText(m_report.take()); // which leaves SelStart where it was
-        rb1->setPlaceholder(m_report.why());
-        QGuiApplication::restoreOverrideCursor();
-        m_shrunk.reset();
-        textChanged();
-    }
-    showLines();
-}
-
-void Form12::reload()
-{
-    m_report.forget();
-    readReport();
+    rb1->setText(report().take()); // which leaves SelStart where it was
+    rb1->setPlaceholder(report().why());
+    m_shrunk.reset();
+    textChanged();
 }
 
 void Form12::textChanged()
@@ -284,7 +252,7 @@ void Form12::mnu_Save()
     dialog.filter = QStringLiteral("OUT Files(*.out)|*.out| Text Files (*.txt)|*.txt");
     dialog.defaultExtension = QStringLiteral("out");
     dialog.overwritePrompt = true;
-    saveReport(m_around.services, rb1->editableText(), dialog);
+    saveReport(services(), rb1->editableText(), dialog);
 }
 
 // -- Moving about ----------------------------------------------------------------------------------------------------
@@ -296,7 +264,7 @@ void Form12::mnu_SelectAll()
 
 void Form12::mnu_Copy()
 {
-    copyReport(m_around.services, rb1->text(), rb1->SelStart(), rb1->SelLength());
+    copyReport(services(), rb1->text(), rb1->SelStart(), rb1->SelLength());
 }
 
 void Form12::zoom(bool in)
@@ -320,18 +288,6 @@ void Form12::goToLine(qsizetype line)
 {
     rb1->setSelStart(rb1->text().lineStart(line));
     rb1->setTopLine(line);
-}
-
-void Form12::goBack()
-{
-    close();
-}
-
-void Form12::closeEvent(QCloseEvent* event)
-{
-    QMainWindow::closeEvent(event);
-    if (m_around.toMainScreen)
-        m_around.toMainScreen();
 }
 
 } // namespace kalvo

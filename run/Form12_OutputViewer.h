@@ -2,10 +2,7 @@
 #pragma once
 
 #include "run/OutputShrink.h"
-#include "run/ReportText.h"
-#include "run/ViewerScreens.h"
-
-#include <QMainWindow>
+#include "run/ReportViewer.h"
 
 #include <array>
 #include <optional>
@@ -21,28 +18,20 @@ class StatusPanelLabel;
 class TextFindBar;
 
 /// "HEC-1 Output -  Large File Viewer": the printed report of the last run, `checky.out`, to read, find in, shrink and
-/// save. Reads the report again whenever it comes to the front and another run's report lies there.
-class Form12 : public QMainWindow, public Screen
+/// save.
+class Form12 : public ReportViewer
 {
     Q_OBJECT
 
 public:
-    explicit Form12(const ViewerSurroundings& around, QWidget* parent = nullptr);
+    explicit Form12(const ViewerSurroundings& around);
     ~Form12() override;
-
-    void showScreen() override;
-    void hideScreen() override { hide(); }
-    bool isScreenVisible() const override { return isVisible(); }
-    /// A run is over: the report is read again, now or when the screen is next shown, whatever its stamp says.
-    void repaintScreen() override;
 
     /// Takes out one line of the report, counted from 0; a line that is not there changes nothing.
     void deleteOutputLine(qsizetype line);
 
 protected:
-    bool event(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
-    void closeEvent(QCloseEvent* event) override;
 
 private:
     static constexpr int kPanels = 4;
@@ -52,12 +41,13 @@ private:
     void buildEditMenu();
     void buildPopup();
     void buildStatusBar();
-    QPushButton* hiddenButton(const char* name, void (Form12::*body)());
+    /// @return a button that nobody sees, behind a panel.
+    QPushButton* hiddenButton(const char* name, std::function<void()> body);
 
-    void readReport();
-    void reload();
+    QWidget& reportControl() override;
+    void loadReport() override;
+    void showLines() override;
     void textChanged();
-    void showLines();
     void showPanels(const QObject* under);
 
     void mnu_shrinkoutput();
@@ -67,11 +57,8 @@ private:
     void zoom(bool in);
     void goTop();
     void goBottom();
-    void goBack();
     void goToLine(qsizetype line);
 
-    ViewerSurroundings m_around;
-    ReportText m_report;
     std::optional<ShrinkResult> m_shrunk;
     LargeTextView* rb1 = nullptr;
     TextFindBar* m_findBar = nullptr;

@@ -4,7 +4,6 @@
 #include "platform/LargeTextView.h"
 
 #include <QAction>
-#include <QCloseEvent>
 #include <QFileInfo>
 #include <QFontMetrics>
 #include <QListView>
@@ -23,6 +22,8 @@ constexpr double kPoints = 8.25;
 constexpr double kZoomedPoints = 11.0;
 constexpr int kExtent = 800; ///< pixels across
 constexpr int kZoomedExtent = 1200;
+/// The item that a new report begins with, from 0: not the one that "Top" leads to.
+constexpr int kFirstCurrent = 1;
 
 const QString kFileMenu = QStringLiteral("&File");
 const QString kEditMenu = QStringLiteral("&Edit");
@@ -68,11 +69,8 @@ QVariant ReportLines::data(const QModelIndex& index, int role) const
 
 // -- Screen ----------------------------------------------------------------------------------------------------------
 
-Oform::Oform(const ViewerSurroundings& around, QWidget* parent)
-    : QMainWindow(parent), m_around(around), m_report(around.services)
+Oform::Oform(const ViewerSurroundings& around) : ReportViewer("Oform", QStringLiteral(" HEC-1 OUTPUT"), around)
 {
-    setObjectName(QStringLiteral("Oform"));
-    setWindowTitle(QStringLiteral(" HEC-1 OUTPUT"));
     List1 = new QListView(this);
     List1->setObjectName(QStringLiteral("List1"));
     List1->setSelectionMode(QAbstractItemView::ExtendedSelection);
@@ -144,57 +142,35 @@ void Oform::buildPopup()
             [this](const QPoint& point) { m_popup->popup(List1->viewport()->mapToGlobal(point)); });
 }
 
-bool Oform::event(QEvent* event)
+QWidget& Oform::reportControl()
 {
-    if (event->type() == QEvent::WindowActivate)
-        readReport();
-    return QMainWindow::event(event);
+    return *List1;
 }
 
-void Oform::closeEvent(QCloseEvent* event)
+void Oform::loadReport()
 {
-    QMainWindow::closeEvent(event);
-    if (m_around.toMainScreen)
-        m_around.toMainScreen();
-}
-
-void Oform::showScreen()
-{
-    show();
-    raise();
-    activateWindow();
-    readReport();
-    List1->setFocus();
-}
-
-void Oform::repaintScreen()
-{
-    m_report.forget();
-    if (isVisible())
-        readReport();
-}
-
-void Oform::readReport()
-{
-    if (!m_report.isStale())
-        return;
     const int current = List1->currentIndex().row();
-    m_lines.setText(m_report.take());
+    m_lines.setText(report().take());
     zoom(findChild<QAction*>(QStringLiteral("zoomout"))->isEnabled());
-    List1->setCurrentIndex(m_lines.index(current >= 0 && current < m_lines.rowCount() ? current : 0));
-    statusBar()->showMessage(m_report.why().isEmpty() ? tr("%1 lines").arg(m_lines.rowCount())
-                                                      : m_report.why().simplified());
+    const bool isThere = current >= 0 && current < m_lines.rowCount();
+    List1->setCurrentIndex(m_lines.index(isThere ? current : std::min(kFirstCurrent, m_lines.rowCount() - 1)));
+}
+
+void Oform::showLines()
+{
+    statusBar()->showMessage(report().why().isEmpty() ? tr("%1 lines").arg(m_lines.rowCount())
+                                                      : report().why().simplified());
 }
 
 void Oform::savehec1out()
 {
     FileDialog dialog;
     dialog.title = QStringLiteral("Save As HEC-1 OUTPUT");
-    dialog.filter = QStringLiteral("OUT Files (*.OUT)|*.OUT|Text Files (*.txt)|*.txt");
+    dialog.filter = QStringLiteral("OUT Files(*.OUT)|*.OUT|Text Files (*.txt)|*.txt");
     dialog.defaultExtension = QStringLiteral(".out");
-    dialog.initialName = m_around.deckName ? QFileInfo(m_around.deckName()).completeBaseName() : QString();
+    dialog.initialName = QFileInfo(deckName()).completeBaseName();
     dialog.overwritePrompt = true;
-    saveReport(m_around.services, m_lines.text(), dialog);
+    saveReport(services(), m_lines.text(), dialog);
 }
 
 void Oform::editcopy()
@@ -206,7 +182,7 @@ void Oform::editcopy()
     if (ranges.size() == 1) {
         const qsizetype start = text.lineStart(ranges.front().top());
         const qsizetype end = text.lineStart(ranges.front().bottom()) + text.lineLength(ranges.front().bottom());
-        copyReport(m_around.services, text, start, end - start);
+        copyReport(services(), text, start, end - start);
         return;
     }
     QByteArray lines;
@@ -214,7 +190,7 @@ void Oform::editcopy()
         for (int row = range.top(); row <= range.bottom(); ++row)
             lines += text.line(row) + "\r\n";
     const TextBuffer picked(lines.chopped(std::min<qsizetype>(2, lines.size())));
-    copyReport(m_around.services, picked, 0, picked.length());
+    copyReport(services(), picked, 0, picked.length());
 }
 
 void Oform::zoom(bool in)

@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "run/ReportText.h"
-#include "run/ViewerScreens.h"
+#include "run/ReportViewer.h"
 
 #include <QAbstractListModel>
-#include <QMainWindow>
 
 class QListView;
 class QMenu;
@@ -33,35 +31,26 @@ private:
     QSize m_itemSize;
 };
 
-/// " HEC-1 OUTPUT": the printed report as a plain list of lines. It reads `checky.out` as `Form12` does.
-class Oform : public QMainWindow, public Screen
+/// " HEC-1 OUTPUT": the printed report as a plain list of lines.
+class Oform : public ReportViewer
 {
     Q_OBJECT
 
 public:
-    explicit Oform(const ViewerSurroundings& around, QWidget* parent = nullptr);
+    explicit Oform(const ViewerSurroundings& around);
     ~Oform() override;
-
-    void showScreen() override;
-    void hideScreen() override { hide(); }
-    bool isScreenVisible() const override { return isVisible(); }
-    void repaintScreen() override;
-
-protected:
-    bool event(QEvent* event) override;
-    void closeEvent(QCloseEvent* event) override;
 
 private:
     void buildMenus();
     void buildPopup();
-    void readReport();
+    QWidget& reportControl() override;
+    void loadReport() override;
+    void showLines() override;
     void savehec1out();
     void editcopy();
     void zoom(bool in);
     void jump(bool toLast);
 
-    ViewerSurroundings m_around;
-    ReportText m_report;
     ReportLines m_lines;
     QListView* List1 = nullptr;
     QMenu* m_popup = nullptr;

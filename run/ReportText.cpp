@@ -74,14 +74,18 @@ void saveReport(Services& services, TextBuffer& report, const FileDialog& dialog
                     QByteArray::fromRawData(whole.data(), whole.size()), QStringLiteral("in the window"));
 }
 
+bool mayCopy(Services& services, qsizetype count)
+{
+    if (count <= kMostCopied)
+        return true;
+    services.dialogs.tell(
+        QStringLiteral("%1 MB are too much for the clipboard.\r\nSave the output instead.").arg(count >> 20));
+    return false;
+}
+
 void copyReport(Services& services, const TextBuffer& report, qsizetype start, qsizetype count)
 {
-    if (count > kMostCopied) {
-        services.dialogs.tell(
-            QStringLiteral("%1 MB are too much for the clipboard.\r\nSave the output instead.").arg(count >> 20));
-        return;
-    }
-    if (count > 0)
+    if (count > 0 && mayCopy(services, count))
         services.clipboard.setText(QString::fromLatin1(report.mid(start, count)));
 }
 

@@ -47,6 +47,9 @@ void saveReport(Services& services, TextBuffer& report, const FileDialog& dialog
 /// More characters than the clipboard should hold: other programs stall on a paste, and a file is the better way.
 inline constexpr qsizetype kMostCopied = qsizetype(64) << 20;
 
+/// Whether so many characters can be copied; that they are more than `kMostCopied` is told.
+bool mayCopy(Services& services, qsizetype count);
+
 /// Puts a part of a report on the clipboard; nothing for an empty one. More than `kMostCopied` is told and not copied.
 void copyReport(Services& services, const TextBuffer& report, qsizetype start, qsizetype count);
 

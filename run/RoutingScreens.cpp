@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "run/RoutingScreens.h"
 
-#include "deck/ScreenWindow.h"
-#include "platform/CommandGuard.h"
 #include "run/DetRes_DetailedRoutings.h"
+#include "run/ViewerWindow.h"
 #include "run/detres2_RoutingGrid.h"
 #include "run/frmRouting_RoutingOutput.h"
 
@@ -15,7 +14,7 @@ namespace kalvo {
 
 void registerRoutingScreens(Screens& screens, Services& services, std::function<void()> toMainScreen)
 {
-    const RoutingSurroundings around{screens, services, std::move(toMainScreen)};
+    const ViewerSurroundings around{screens, services, std::move(toMainScreen), {}};
     screens.add(QStringLiteral("frmRouting"), [around] { return std::make_unique<frmRouting>(around); });
     screens.add(QStringLiteral("DetRes"), [around] { return std::make_unique<DetRes>(around); });
     screens.add(QStringLiteral("detres2"), [around] { return std::make_unique<detres2>(around); });
@@ -39,7 +38,7 @@ QList<QAction*> buildRoutingMenu(QMainWindow& viewer, const RoutingMenu& menu)
                                const std::function<void()>& body, const QKeySequence& key) -> QAction* {
         if (!body)
             return nullptr;
-        QAction* action = addMenuEntry(viewer, top, name, caption, [body, name] { guarded(logRun(), name, body); });
+        QAction* action = addViewerEntry(viewer, top, name, caption, body);
         action->setShortcut(key);
         return action;
     };
@@ -47,7 +46,7 @@ QList<QAction*> buildRoutingMenu(QMainWindow& viewer, const RoutingMenu& menu)
     add(file, "mnu_saveCsv", QStringLiteral("Save as CS&V..."), menu.saveCsv, QKeySequence::Save);
     for (const auto& [name, caption] : {std::pair("mnu_printersetup", QStringLiteral("Printer S&etup...")),
                                         std::pair("mnu_print", QStringLiteral("&Print..."))})
-        addMenuEntry(viewer, file, name, caption, [] {})->setEnabled(false); // there is no printing yet
+        addViewerEntry(viewer, file, name, caption, [] {})->setEnabled(false); // there is no printing yet
     add(file, "mnu_Return", QStringLiteral("&Return"), menu.goBack, QKeySequence::Close);
     popup << add(edit, "mnu_Copy", QStringLiteral("&Copy"), menu.copy, QKeySequence::Copy)
           << add(edit, "mnu_copyasData", QStringLiteral("Copy as &Data (by TABs)"), menu.copyAsData,

@@ -15,14 +15,6 @@ class QMainWindow;
 
 namespace kalvo {
 
-/// What a viewer of routings is made with.
-struct RoutingSurroundings
-{
-    Screens& screens;
-    Services& services;
-    std::function<void()> toMainScreen; ///< gives the keyboard back to the deck
-};
-
 /// Makes the screens known as "frmRouting", "DetRes" and "detres2".
 /// @param toMainScreen is called when the user goes back to the main screen
 void registerRoutingScreens(Screens& screens, Services& services, std::function<void()> toMainScreen);

@@ -97,8 +97,6 @@ void RunCommands::runhec_Click()
         if (!state.hecRanOK)
             tellFailure(
                 QStringLiteral("Note any Errors in the Hec-1 Output or try running in Debug Screen mode (Tools Menu)"));
-        if (m_screens.isVisible(QStringLiteral("Form12")))
-            m_screens.repaint(QStringLiteral("Form12"));
         enable(m_commands, {QStringLiteral("graph"), QStringLiteral("viewhec1"), QStringLiteral("graphdata")}, true);
         showMonitor();
     }

@@ -2,27 +2,19 @@
 #include "run/detres2_RoutingGrid.h"
 
 #include "deck/ScreenWindow.h"
+#include "platform/Hourglass.h"
 #include "platform/ResultGrid.h"
 #include "run/RunFolder.h"
 
 #include <QAction>
 #include <QFontMetrics>
-#include <QGuiApplication>
-#include <QScopeGuard>
 
 namespace kalvo {
 
-namespace {
-
-const QString kName = QStringLiteral("detres2");
-
-} // namespace
-
-detres2::detres2(RoutingSurroundings around, QWidget* parent) : QMainWindow(parent), m_around(std::move(around))
+detres2::detres2(ViewerSurroundings around)
+    : RoutingWindow("detres2", QStringLiteral("Detailed Reservoir Routings - Grid"), std::move(around))
 {
-    setObjectName(kName);
-    setWindowTitle(QStringLiteral("Detailed Reservoir Routings - Grid"));
-    Grid1 = new ResultGrid(m_table, m_around.services, this);
+    Grid1 = new ResultGrid(m_table, services(), this);
     Grid1->setObjectName(QStringLiteral("Grid1"));
     setCentralWidget(Grid1);
     buildMenus();
@@ -40,10 +32,7 @@ void detres2::buildMenus()
     menu.saveCsv = [this] { Grid1->saveCsv(); };
     menu.copy = [this] { Grid1->copy(); };
     menu.selectAll = [this] { Grid1->selectWhole(); };
-    menu.goBack = [this] {
-        close();
-        m_around.toMainScreen();
-    };
+    menu.goBack = [this] { close(); };
     buildRoutingMenu(*this, menu);
     Grid1->followToggle(addMenuEntry(*this, QStringLiteral("&Edit"), "mnu_ToggleRowsandColumns",
                                      QStringLiteral("Toggle &Titles"), [] {}));
@@ -65,31 +54,21 @@ void detres2::setWidths()
 void detres2::showScreen()
 {
     repaintScreen();
-    show();
-    raise();
-    activateWindow();
-    Grid1->setFocus();
+    bringForward(*Grid1);
     if (m_filled == GridFill::Missing)
-        m_around.services.dialogs.tell(QStringLiteral("No Data was provided for Reservoir Routings."));
+        services().dialogs.tell(QStringLiteral("No Data was provided for Reservoir Routings."));
     else if (m_filled == GridFill::Cut)
-        m_around.services.dialogs.warn(QStringLiteral("The grid holds the first %1 lines of the file %2 alone.")
-                                           .arg(kMostGridLines)
-                                           .arg(QString::fromLatin1(RunFolder::kStages)));
+        services().dialogs.warn(QStringLiteral("The grid holds the first %1 lines of the file %2 alone.")
+                                    .arg(kMostGridLines)
+                                    .arg(QString::fromLatin1(RunFolder::kStages)));
 }
 
 void detres2::repaintScreen()
 {
-    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
-    const auto back = qScopeGuard([] { QGuiApplication::restoreOverrideCursor(); });
-    m_filled = fillRoutingGrid(m_table, RunFolder(m_around.services.folder).stages());
+    const Hourglass hourglass;
+    m_filled = fillRoutingGrid(m_table, RunFolder(services().folder).stages());
     setWidths();
-    Grid1->setCsv([] { return QStringLiteral("routings.csv"); }, routingUnits(m_around.services.folder));
-}
-
-void detres2::closeEvent(QCloseEvent* event)
-{
-    QMainWindow::closeEvent(event);
-    m_around.screens.unload(kName);
+    Grid1->setCsv([] { return QStringLiteral("routings.csv"); }, routingUnits(services().folder));
 }
 
 } // namespace kalvo

@@ -21,7 +21,6 @@ namespace kalvo {
 
 namespace {
 
-const QString kName = QStringLiteral("frmRouting");
 const QString kNoRoutings = QStringLiteral("There are no Routings in the HEC-1 input data.");
 const QString kNoReport = QStringLiteral("The HEC-1 output 'checky.out' cannot be read. Run HEC-1 first.");
 const QString kElsewhere =
@@ -32,10 +31,9 @@ constexpr int kEmptyLines = 2; ///< ahead of the first routing
 
 } // namespace
 
-frmRouting::frmRouting(RoutingSurroundings around, QWidget* parent) : QMainWindow(parent), m_around(std::move(around))
+frmRouting::frmRouting(ViewerSurroundings around)
+    : RoutingWindow("frmRouting", QStringLiteral("Reservoir Routing Output"), std::move(around))
 {
-    setObjectName(kName);
-    setWindowTitle(QStringLiteral("Reservoir Routing Output"));
     buildControls();
     buildMenus();
     resize(980, 420);
@@ -47,7 +45,7 @@ void frmRouting::buildControls()
     Label1 = adviceLabel("Label1", middle);
     Command1 = namedButton("Command1", QStringLiteral("Show the &RUNOFF SUMMARY"), middle);
     Command1->hide();
-    connect(Command1, &QPushButton::clicked, this, &frmRouting::showRunoffSummary);
+    connect(Command1, &QPushButton::clicked, this, [this] { run("Command1", [this] { showRunoffSummary(); }); });
     List2 = new QListView(middle);
     List2->setObjectName(QStringLiteral("List2"));
     List2->setFont(routingFont());
@@ -72,16 +70,13 @@ void frmRouting::buildMenus()
     menu.save = [this] {
         const QStringList lines = m_lines->stringList();
         const QString end = QStringLiteral("\r\n");
-        saveRoutings(m_around.services, m_output.hasRoutings() ? (lines.join(end) + end).toLatin1() : QByteArray());
+        saveRoutings(services(), m_output.hasRoutings() ? (lines.join(end) + end).toLatin1() : QByteArray());
     };
     menu.copy = [this] { copySelection(); };
     menu.selectAll = [this] { List2->selectAll(); };
     menu.find = [this] { find(false); };
     menu.findAgain = [this] { find(true); };
-    menu.goBack = [this] {
-        close();
-        m_around.toMainScreen();
-    };
+    menu.goBack = [this] { close(); };
     List2->addActions(buildRoutingMenu(*this, menu));
     List2->setContextMenuPolicy(Qt::ActionsContextMenu);
 }
@@ -89,19 +84,16 @@ void frmRouting::buildMenus()
 void frmRouting::showScreen()
 {
     repaintScreen();
-    show();
-    raise();
-    activateWindow();
-    Command1->isVisible() ? Command1->setFocus() : List2->setFocus();
+    bringForward(Command1->isHidden() ? static_cast<QWidget&>(*List2) : *Command1);
     if (!m_output.canBeRead)
-        m_around.services.dialogs.warn(kNoReport);
+        services().dialogs.warn(kNoReport);
     else if (!m_output.hasRoutings())
-        m_around.services.dialogs.tell(kNoRoutings);
+        services().dialogs.tell(kNoRoutings);
 }
 
 void frmRouting::repaintScreen()
 {
-    m_output = getrouting(RunFolder(m_around.services.folder).report());
+    m_output = getrouting(RunFolder(services().folder).report());
     m_lines->setStringList(m_output.List2);
     List2->selectionModel()->setCurrentIndex(m_lines->index(kEmptyLines), QItemSelectionModel::NoUpdate);
     const bool isElsewhere = !m_output.hasRoutings() && m_output.isInRunoffSummary;
@@ -113,13 +105,7 @@ void frmRouting::repaintScreen()
     else if (m_output.isCut)
         words = kCut;
     setAdvice(*Label1, words);
-    Command1->setVisible(isElsewhere && m_around.screens.isKnown(QStringLiteral("Form12")));
-}
-
-void frmRouting::closeEvent(QCloseEvent* event)
-{
-    QMainWindow::closeEvent(event);
-    m_around.screens.unload(kName);
+    Command1->setVisible(isElsewhere && screens().isKnown(QStringLiteral("Form12")));
 }
 
 // -- Copy and find ---------------------------------------------------------------------------------------------------
@@ -128,36 +114,32 @@ void frmRouting::copySelection()
 {
     QModelIndexList chosen = List2->selectionModel()->selectedRows();
     if (chosen.isEmpty()) {
-        m_around.services.dialogs.tell(QStringLiteral("Nothing Selected"));
+        tellNothingSelected();
         return;
     }
     std::sort(chosen.begin(), chosen.end());
     QStringList lines;
     for (const QModelIndex& index : chosen)
         lines << index.data().toString();
-    m_around.services.clipboard.setText(lines.join(QStringLiteral("\r\n")));
+    services().clipboard.setText(lines.join(QStringLiteral("\r\n")));
 }
 
 void frmRouting::find(bool again)
 {
-    if (!again || m_sought.isEmpty()) {
-        const auto answer =
-            m_around.services.dialogs.input(QStringLiteral("Find in Routings"), windowTitle(), m_sought);
-        if (!answer || answer->isEmpty())
-            return;
-        m_sought = *answer;
-    }
+    const std::optional<QString> sought = soughtText(again);
+    if (!sought)
+        return;
     const QStringList lines = m_lines->stringList();
     const int count = static_cast<int>(lines.size());
     const int first = List2->currentIndex().row() + (again ? 1 : 0);
     for (int i = 0; i < count; ++i) {
         const int row = (std::max(first, 0) + i) % count;
-        if (lines[row].contains(m_sought, Qt::CaseInsensitive)) {
+        if (lines[row].contains(*sought, Qt::CaseInsensitive)) {
             List2->setCurrentIndex(m_lines->index(row));
             return;
         }
     }
-    m_around.services.dialogs.tell(QStringLiteral("\"%1\" was not found.").arg(m_sought));
+    tellNotFound();
 }
 
 // -- The other summary -----------------------------------------------------------------------------------------------
@@ -165,8 +147,8 @@ void frmRouting::find(bool again)
 void frmRouting::showRunoffSummary()
 {
     const QString viewer = QStringLiteral("Form12");
-    m_around.screens.show(viewer);
-    auto* window = m_around.screens.loadAs<QWidget>(viewer);
+    screens().show(viewer);
+    auto* window = screens().loadAs<QWidget>(viewer);
     auto* text = window ? window->findChild<LargeTextView*>(QStringLiteral("rb1")) : nullptr;
     // Searched there, because lines may have been taken out of what the viewer shows.
     const qsizetype place = text ? runoffSummaryOf(text->text()) : -1;

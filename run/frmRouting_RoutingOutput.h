@@ -2,9 +2,7 @@
 #pragma once
 
 #include "run/RoutingOutput.h"
-#include "run/RoutingScreens.h"
-
-#include <QMainWindow>
+#include "run/RoutingWindow.h"
 
 class QLabel;
 class QListView;
@@ -15,34 +13,26 @@ namespace kalvo {
 
 /// "Reservoir Routing Output": the routings out of the summary of HEC-1's report. Where the report has a summary of
 /// another form instead, the way to it stands beside the message. Closing forgets the list.
-class frmRouting : public QMainWindow, public Screen
+class frmRouting : public RoutingWindow
 {
     Q_OBJECT
 
 public:
-    explicit frmRouting(RoutingSurroundings around, QWidget* parent = nullptr);
+    explicit frmRouting(ViewerSurroundings around);
 
     /// Reads the last report, shows the list, and tells when there is none.
     void showScreen() override;
-    void hideScreen() override { hide(); }
-    bool isScreenVisible() const override { return isVisible(); }
     /// Reads again; what is missing is said on the screen alone.
     void repaintScreen() override;
-
-protected:
-    void closeEvent(QCloseEvent* event) override;
 
 private:
     void buildControls();
     void buildMenus();
-    QString selectedLines() const;
     void copySelection();
     void find(bool again);
     void showRunoffSummary();
 
-    const RoutingSurroundings m_around;
     RoutingOutput m_output;
-    QString m_sought;
     QListView* List2 = nullptr;
     QStringListModel* m_lines = nullptr;
     QLabel* Label1 = nullptr;

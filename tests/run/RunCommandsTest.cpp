@@ -166,13 +166,13 @@ TEST_F(RunCommandsTest, TheEditBoxGoesIntoTheDeckFirst)
 
 TEST_F(RunCommandsTest, ResultScreensGoAndComparisonScreensArePaintedAgain)
 {
-    for (const char* name : {"Form11", "GRAPHER", "Form10", "hydrodata", "frmCompare", "frmMulti", "SVols", "Form12"})
+    for (const char* name : {"Form11", "GRAPHER", "Form10", "hydrodata", "frmCompare", "frmMulti", "SVols"})
         know(name);
     services.process.willWrite({{"checky.out", kGoodReport}});
     run->runhec_Click();
     for (const char* name : {"Form11", "GRAPHER", "Form10", "hydrodata"})
         EXPECT_FALSE(screens.isLoaded(name)) << name;
-    EXPECT_EQ(did, (QStringList{"Form12 painted", "SVols painted", "frmCompare painted", "frmMulti painted"}));
+    EXPECT_EQ(did, (QStringList{"SVols painted", "frmCompare painted", "frmMulti painted"}));
 }
 
 TEST_F(RunCommandsTest, PeakFlowMonitorComesUpAndGivesTheFocusBack)
