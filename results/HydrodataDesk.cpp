@@ -4,8 +4,6 @@
 #include "platform/CommandGuard.h"
 #include "results/CenterOfMass.h"
 #include "results/HydFile.h"
-#include "run/BatchTables.h"
-#include "run/RunFolder.h"
 
 namespace kalvo {
 
@@ -24,7 +22,6 @@ void forget(FlexGrid& grid)
 HydrodataDesk::HydrodataDesk(std::shared_ptr<ResultDesk> desk) : m_desk(std::move(desk))
 {
     connect(&m_desk->screens(), &Screens::screenUnloaded, this, &HydrodataDesk::follow);
-    connect(&m_desk->tables(), &ResultTables::filled, this, [this] { m_flowUnit.reset(); });
 }
 
 void HydrodataDesk::follow(const QString& unloaded)
@@ -44,15 +41,6 @@ bool HydrodataDesk::isLoaded() const
 {
     // The time columns are filled last, and only when every hydrograph was read.
     return table().rows() > 0 && table().cols() > 0 && !table().textMatrix(0, 0).isEmpty();
-}
-
-QString HydrodataDesk::flowUnit()
-{
-    if (!m_flowUnit) {
-        const QString deck = RunFolder(m_desk->services().folder).file(RunFolder::kDeck);
-        m_flowUnit = QString::fromLatin1(unitsOfDeck(readFile(deck).value_or(QByteArray()).toStdString()).flow());
-    }
-    return *m_flowUnit;
 }
 
 bool HydrodataDesk::center_of_mass()

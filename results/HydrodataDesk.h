@@ -8,7 +8,6 @@
 #include <QString>
 
 #include <memory>
-#include <optional>
 
 namespace kalvo {
 
@@ -29,8 +28,6 @@ public:
     FlexGrid& table() const { return m_desk->tables().hydrographTable; }
     /// True while the table holds a whole run.
     bool isLoaded() const;
-    /// What is one flow of the run that was read: "cfs", or "m3/s" for a metric deck.
-    QString flowUnit();
 
     /// Fills the tables of `Form11` and `Form20` and shows `Form20`. A cell that is no number ends it without a word:
     /// `Form11` stays half filled, `Form20` as it was, and the log names the cell.
@@ -55,7 +52,6 @@ private:
     void tellNotSaved(const QString& why);
 
     const std::shared_ptr<ResultDesk> m_desk;
-    std::optional<QString> m_flowUnit; ///< of the run in the table, once somebody has asked
 };
 
 } // namespace kalvo

@@ -33,7 +33,7 @@ hydrodata::hydrodata(std::shared_ptr<HydrodataDesk> logic, MainWindow mainWindow
     Grid1->setUserResizing(true);
     Grid1->setTipText([this](int row, int col) { return tip(row, col); });
     Grid1->setCsv([this] { return desk().offeredName(); },
-                  [this](int col) { return col < kFirstRecord ? QString() : m_logic->flowUnit(); });
+                  [this](int col) { return col < kFirstRecord ? QString() : desk().flowUnit(); });
     {
         const FlexGrid::Bulk bulk(table);
         const int width = services().measure.textWidth(QStringLiteral("WWWWW"));
@@ -72,8 +72,8 @@ QString hydrodata::tip(int row, int col) const
     if (col < kFirstRecord || heading.isEmpty())
         return heading;
     if (row == 0 || cell.isEmpty())
-        return QStringLiteral("%1, flow in %2").arg(heading, m_logic->flowUnit());
-    return QStringLiteral("%1: %2 %3").arg(heading, cell, m_logic->flowUnit());
+        return QStringLiteral("%1, flow in %2").arg(heading, desk().flowUnit());
+    return QStringLiteral("%1: %2 %3").arg(heading, cell, desk().flowUnit());
 }
 
 void hydrodata::closedByUser()

@@ -56,6 +56,7 @@ struct Hydrodata : testing::Test
         if (fillTables(readTape21(tape), desk->tables(), services.measure))
             return false;
         desk->tables().deckName = "storm";
+        desk->tables().tellChanged();
         desk->tables().tellFilled();
         return true;
     }
@@ -216,11 +217,11 @@ TEST_F(Hydrodata, TheUnitIsThatOfTheDeckThatRan)
     tape = station({"A"}, {1, 2, 3});
     services.put("checky.dat", "ID x\r\nIT  5\r\nKK  A\r\nZZ\r\n");
     graph();
-    EXPECT_EQ(hydrodata->flowUnit(), "cfs");
+    EXPECT_EQ(desk->flowUnit(), "cfs");
     services.put("checky.dat", "ID x\r\nIM\r\nIT  5\r\nKK  A\r\nZZ\r\n");
-    EXPECT_EQ(hydrodata->flowUnit(), "cfs") << "until that deck is read too";
+    EXPECT_EQ(desk->flowUnit(), "cfs") << "until that deck is read too";
     graph();
-    EXPECT_EQ(hydrodata->flowUnit(), "m3/s");
+    EXPECT_EQ(desk->flowUnit(), "m3/s");
 }
 
 } // namespace
