@@ -17,6 +17,8 @@
 #include "shell/ColorScreens.h"
 #include "shell/Form3_About.h"
 
+#include <QApplication>
+
 namespace kalvo {
 
 Program::Program(Services& services, const QString& executableFolder)
@@ -39,7 +41,11 @@ Program::~Program()
 Form1& Program::load()
 {
     m_form = std::make_unique<Form1>(*m_page);
-    m_mainWindow = m_form.get();
+    m_lastUsed = m_form.get();
+    QObject::connect(qApp, &QApplication::focusChanged, m_form.get(), [this](const QWidget*, const QWidget* now) {
+        if (auto* page = now ? qobject_cast<Form1*>(now->window()) : nullptr)
+            m_lastUsed = page;
+    });
     m_form->setCloneMaker([this](Workspace& first) {
         auto page = std::make_unique<Workspace>(first.services, first.screens, &first);
         addGroups(*page);
@@ -49,10 +55,15 @@ Form1& Program::load()
     return *m_form;
 }
 
+Form1* Program::frontPage() const
+{
+    return m_lastUsed && m_lastUsed->isVisible() ? m_lastUsed.data() : m_form.get();
+}
+
 /// Screens that the pages' command groups must find: a command is there only where its screen is.
 void Program::registerBelowThePage()
 {
-    const auto mainWindow = [this] { return m_mainWindow.data(); };
+    const auto mainWindow = [this] { return m_form.get(); };
     registerResultScreens(m_screens, m_desk, mainWindow);
     registerHydrodataScreens(m_screens, m_hydrodata, mainWindow);
     registerGrapher(m_screens, m_desk, {[this] { return m_page->looks.grapherColor(); }, {}});
@@ -64,7 +75,11 @@ void Program::registerBelowThePage()
 
 void Program::registerAboveThePage()
 {
-    const auto returned = [this] { Q_EMIT m_page->focusWanted(); };
+    const auto returned = [this] {
+        if (Form1* page = frontPage())
+            Q_EMIT page->page().focusWanted();
+    };
+    QObject::connect(m_desk.get(), &ResultDesk::returned, m_page.get(), returned);
     registerOutputViewers({m_screens, m_services, returned, [this] { return m_page->deck.currentFileName; }});
     registerRoutingScreens(m_screens, m_services, returned);
     Form3::registerIn(m_screens, m_page->engineText);

@@ -8,7 +8,6 @@
 
 #include <QPointer>
 #include <QString>
-#include <QWidget>
 
 #include <memory>
 
@@ -39,6 +38,8 @@ public:
     ResultTables& tables() { return m_desk->tables(); }
 
 private:
+    /// The main screen that the user was on last, and that is still there: the first one or its clone.
+    Form1* frontPage() const;
     void registerBelowThePage();
     void registerAboveThePage();
     std::shared_ptr<RunCommands> addRun(Workspace& page) const;
@@ -52,7 +53,7 @@ private:
     const std::unique_ptr<QuickHydroGraphers> m_quickGraphs;
     std::unique_ptr<Workspace> m_page;
     std::unique_ptr<Form1> m_form;
-    QPointer<QWidget> m_mainWindow;
+    QPointer<Form1> m_lastUsed;
 };
 
 } // namespace kalvo

@@ -143,6 +143,7 @@ void Form1::followPage()
             resize(standardSize());
     });
     connect(&m_page, &Workspace::focusWanted, this, [this] {
+        raise();
         activateWindow();
         (Text1->isHidden() ? static_cast<QWidget*>(Grid1) : Text1)->setFocus();
     });

@@ -132,5 +132,30 @@ TEST_F(ProgramTest, ASelectionOfTheTableOpensAQuickGraphThatGoesWithTheTable)
     EXPECT_EQ(charts(), 0);
 }
 
+TEST_F(ProgramTest, AScreenGoesBackToThePageThatWasUsedLast)
+{
+    open("detention.dat");
+    ASSERT_TRUE(run("runhec"));
+    ASSERT_TRUE(run("graph"));
+    ASSERT_TRUE(run("mnu_clone"));
+    Form1* clone = nullptr;
+    for (QWidget* window : QApplication::topLevelWidgets())
+        if (auto* page = qobject_cast<Form1*>(window); page && page != &form)
+            clone = page;
+    ASSERT_TRUE(clone && QTest::qWaitForWindowActive(clone));
+    const auto leave = [this](const char* command, const char* screen, const char* entry) {
+        EXPECT_TRUE(run(command));
+        EXPECT_TRUE(QTest::qWaitForWindowActive(program.screens().loadAs<QWidget>(QString::fromLatin1(screen))));
+        trigger(screen, entry);
+    };
+    leave("viewhec1", "Form12", "mnu_Quit");
+    EXPECT_TRUE(QTest::qWaitForWindowActive(clone));
+    leave("mnu_hydrodata", "hydrodata", "Endhydrodata");
+    EXPECT_TRUE(QTest::qWaitForWindowActive(clone));
+    clone->hide();
+    leave("mnu_detailed_ReservoirRoutings", "DetRes", "mnu_Return");
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&form)) << "the clone is gone";
+}
+
 } // namespace
 } // namespace kalvo
