@@ -2,6 +2,7 @@
 // The readers of TAPE21 beside the bare limit: std::from_chars over the mapped file, item by item. The program makes
 // its file itself (500 stations, 6 ratios, 2,000 ordinates) and ends with the ratios, which do not depend on the
 // machine.
+#include "bench/LargeTape.h"
 #include "platform/Services.h"
 #include "run/IndexTable.h"
 #include "run/Tape21Tables.h"
@@ -31,28 +32,6 @@ public:
     int textWidth(const QString& text) const override { return 120 * static_cast<int>(text.size()); }
     QStringList fontNames() const override { return {}; }
 };
-
-QByteArray tapeText()
-{
-    QByteArray text;
-    text.reserve(66'000'000);
-    char line[120];
-    quint32 random = 12345;
-    for (int s = 0; s < kStations; ++s) {
-        // Name in columns 1-9; from the end: interval 3, 13 unused, JD 1, plans 2, ratios 2, ordinates 4, 10 unused.
-        std::snprintf(line, sizeof line, "S%-8d%20s%3d%13s%1d%2d%2d%4d%10s\r\n", s, "", 5, "", 1, 1, kRatios,
-                      kOrdinates, "");
-        text += line;
-        for (int i = 0; i < kRatios * kOrdinates; ++i) {
-            random = random * 1664525u + 1013904223u;
-            const double flow = (random >> 8) % 10'000'000 / 1000.0;
-            std::snprintf(line, sizeof line, "%10.3f%s", flow,
-                          i % 8 == 7 || i == kRatios * kOrdinates - 1 ? "\r\n" : "");
-            text += line;
-        }
-    }
-    return text;
-}
 
 QString g_path;
 
@@ -155,7 +134,7 @@ int main(int argc, char* argv[])
     g_path = folder.filePath("TAPE21");
     double bytesAValue = 0.0, peakBytesAValue = 0.0;
     {
-        const QByteArray text = tapeText();
+        const QByteArray text = largeTape(kStations, kRatios, kOrdinates);
         QString why;
         if (!writeFile(g_path, text, &why)) {
             std::cerr << qPrintable(why) << '\n';

@@ -12,9 +12,11 @@ namespace kalvo {
 namespace {
 
 constexpr Rgb kPaper = rgb(255, 255, 255);
+constexpr Rgb kInk = rgb(0, 0, 0);      ///< of axes and labels
 constexpr double kLeastContrast = 2.5;  ///< of a line one pixel wide on white paper
 constexpr double kLeastDistance = 90.0; ///< of two curves, in steps of one colour part
-constexpr size_t kRemembered = 6;       ///< beyond so many curves some must be alike
+constexpr double kFromInk = 50.0;
+constexpr size_t kRemembered = 6; ///< beyond so many curves some must be alike
 constexpr int kTries = 60;
 
 int part(Rgb color, int shift)
@@ -61,7 +63,7 @@ CurveColors::CurveColors(Generator generator) : m_generator(std::move(generator)
 /// At least 1 for a colour that will do.
 double CurveColors::merit(Rgb color) const
 {
-    double least = contrastOf(color, kPaper) / kLeastContrast;
+    double least = std::min(contrastOf(color, kPaper) / kLeastContrast, distance(color, kInk) / kFromInk);
     for (const Rgb last : m_last)
         least = std::min(least, distance(color, last) / kLeastDistance);
     return least;

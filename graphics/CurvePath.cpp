@@ -5,11 +5,13 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace kalvo {
 
 namespace {
 
+constexpr double kOffLine = 0.1;  ///< pixels
 constexpr double kFarthest = 1e9; ///< beyond it a product of coordinates would lose the window
 
 /// A column's numbers, from memory where it has them there.
@@ -73,7 +75,7 @@ public:
     {
         if (!m_path.start)
             m_path.start = point;
-        if (m_count > 0 && std::abs(point.x() - m_first.x()) < m_map.merge) {
+        if (m_count > 0 && std::abs(point.x() - m_first.x()) < m_map.pixel) {
             if (point.y() < m_low.y())
                 m_low = point;
             if (point.y() > m_high.y())
@@ -90,8 +92,7 @@ public:
     void lift()
     {
         flush();
-        m_hasPen = false;
-        m_isOpen = false;
+        endLine();
     }
 
 private:
@@ -99,14 +100,43 @@ private:
     {
         if (m_count == 0)
             return;
-        lineTo(m_first);
+        straighten(m_first);
         if (m_count > 1) {
             const bool isLowFirst = std::abs(m_first.y() - m_low.y()) < std::abs(m_first.y() - m_high.y());
-            lineTo(isLowFirst ? m_low : m_high);
-            lineTo(isLowFirst ? m_high : m_low);
-            lineTo(m_last);
+            straighten(isLowFirst ? m_low : m_high);
+            straighten(isLowFirst ? m_high : m_low);
+            straighten(m_last);
         }
         m_count = 0;
+    }
+    /// Holds a point back as long as a straight line from the last corner passes all points since then closely enough.
+    void straighten(const QPointF& point)
+    {
+        if (m_hasHeld) {
+            const double dx = point.x() - m_pen.x();
+            const double slope = (point.y() - m_pen.y()) / dx;
+            if (!(m_map.pixel > 0.0 && dx > 0.0 && m_hasPen && slope >= m_least && slope <= m_most))
+                lineTo(m_held);
+        } else if (!m_hasPen) {
+            lineTo(point);
+            return;
+        }
+        if (point == m_pen) {
+            m_hasHeld = false;
+            return;
+        }
+        const double dx = point.x() - m_pen.x(), dy = point.y() - m_pen.y();
+        const double room = kOffLine * m_map.pixel;
+        m_least = dx > 0.0 ? std::max(m_least, (dy - room) / dx) : kNoSlope;
+        m_most = dx > 0.0 ? std::min(m_most, (dy + room) / dx) : -kNoSlope;
+        m_held = point;
+        m_hasHeld = true;
+    }
+    void endLine()
+    {
+        if (m_hasHeld)
+            lineTo(m_held);
+        m_hasHeld = m_hasPen = m_isOpen = false;
     }
     void lineTo(const QPointF& point)
     {
@@ -116,6 +146,7 @@ private:
                 if (!m_isOpen || m_path.lines.last().last() != a)
                     m_path.lines.append(QList<QPointF>{a});
                 m_path.lines.last().append(b);
+                m_path.length += std::hypot(b.x() - a.x(), b.y() - a.y());
                 m_isOpen = true;
             } else {
                 m_isOpen = false;
@@ -123,13 +154,18 @@ private:
         }
         m_pen = point;
         m_hasPen = true;
+        m_least = -kNoSlope;
+        m_most = kNoSlope;
     }
 
+    static constexpr double kNoSlope = std::numeric_limits<double>::infinity();
     const CurveMap& m_map;
     CurvePath& m_path;
-    QPointF m_pen, m_first, m_low, m_high, m_last;
+    QPointF m_first, m_low, m_high, m_last; ///< of the points within a pixel
     int m_count = 0;
-    bool m_hasPen = false, m_isOpen = false;
+    QPointF m_pen, m_held;
+    double m_least = -kNoSlope, m_most = kNoSlope; ///< slopes from the pen that pass all points since then
+    bool m_hasPen = false, m_isOpen = false, m_hasHeld = false;
 };
 
 } // namespace

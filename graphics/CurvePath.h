@@ -18,15 +18,17 @@ struct CurveMap
     double perMinute = 0.0;
     double perFlow = 0.0; ///< upwards
     QRectF window;        ///< what lies outside is cut off
-    /// Points nearer together than this along the time axis are drawn as one upright line from the lowest to the
-    /// highest: what the eye sees is the same, and a curve of any length costs no more than the image is wide.
-    double merge = 0.0;
+    /// A pixel of the screen, 0 for an exact path. Points within one along the time axis are drawn as one upright line
+    /// from the lowest to the highest, and points that stand less than a tenth of one off the line are left out: what
+    /// the eye sees is the same, and a curve of any length costs no more than the image is wide.
+    double pixel = 0.0;
 };
 
 /// A curve cut to the window: lines to be drawn one after the other.
 struct CurvePath
 {
     QList<QList<QPointF>> lines;
+    double length = 0.0;          ///< of all lines
     std::optional<QPointF> start; ///< where the first ordinate stands, also outside the window
 };
 

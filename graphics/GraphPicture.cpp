@@ -12,6 +12,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
+#include <vector>
 
 namespace kalvo {
 
@@ -32,6 +34,7 @@ constexpr double kHourMark = 50.0;
 constexpr double kLabelledMark = 100.0;
 constexpr double kLabelledMarkWidth = 50.0;
 constexpr double kStartMark = 30.0;
+constexpr double kWildLength = 12.0; ///< widths of the picture; a flood wave has two or three
 constexpr double kFourDigits = 4.0;
 
 QFont fontOf(double pixels)
@@ -39,6 +42,40 @@ QFont fontOf(double pixels)
     QFont font;
     font.setPixelSize(static_cast<int>(pixels));
     return font;
+}
+
+/// A line that goes up and down many times within a pixel: for each column of device pixels one upright bar from its
+/// lowest to its highest point.
+void drawBars(QPainter& painter, const QList<QPointF>& line, double scale, double pen)
+{
+    const auto columnOf = [scale](const QPointF& point) { return static_cast<int>(std::floor(point.x() * scale)); };
+    const int first = columnOf(line.first());
+    const int last = columnOf(line.last());
+    if (last < first)
+        return;
+    struct Bar
+    {
+        double top = std::numeric_limits<double>::max(), bottom = -std::numeric_limits<double>::max();
+    };
+    std::vector<Bar> bars(static_cast<size_t>(last - first) + 1);
+    for (qsizetype i = 1; i < line.size(); ++i) {
+        const QPointF from = line[i - 1], way = line[i] - from;
+        for (int column = columnOf(from); column <= std::min(columnOf(line[i]), last); ++column) {
+            const auto yAt = [&](double x) {
+                return from.y() + way.y() * (way.x() > 0.0 ? std::clamp((x - from.x()) / way.x(), 0.0, 1.0) : 1.0);
+            };
+            const double y1 = way.x() > 0.0 ? yAt(column / scale) : from.y(), y2 = yAt((column + 1) / scale);
+            Bar& bar = bars[static_cast<size_t>(std::max(column - first, 0))];
+            bar.top = std::min({bar.top, y1, y2});
+            bar.bottom = std::max({bar.bottom, y1, y2});
+        }
+    }
+    const QColor color = painter.pen().color();
+    for (size_t i = 0; i < bars.size(); ++i)
+        if (bars[i].top <= bars[i].bottom)
+            painter.fillRect(QRectF((first + static_cast<int>(i)) / scale, bars[i].top - pen / 2.0, 1.0 / scale,
+                                    bars[i].bottom - bars[i].top + pen),
+                             color);
 }
 
 /// A range as a title shows it: four digits are more than can be read off an axis.
@@ -183,7 +220,7 @@ void GraphPicture::drawCurve(const FlexGrid& hydrographTable, int col, const Gra
     map.perMinute = scale.xScale / kTwips;
     map.perFlow = scale.yScale / kTwips;
     map.window = paper.adjusted(-pen, -pen, pen, pen);
-    map.merge = 1.0 / m_image.devicePixelRatio();
+    map.pixel = 1.0 / m_image.devicePixelRatio();
     const CurvePath path = curvePath(hydrographTable, col, map);
 
     QPainter painter(&m_image);
@@ -193,8 +230,14 @@ void GraphPicture::drawCurve(const FlexGrid& hydrographTable, int col, const Gra
     painter.setPen(QPen(QColor(static_cast<QRgb>(color)), pen, Qt::SolidLine, Qt::FlatCap, Qt::BevelJoin));
     if (path.start && map.window.contains(*path.start))
         painter.drawLine(*path.start, *path.start + QPointF(kStartMark / kTwips, 0.0));
+    // The outline of a line that crosses itself thousands of times costs seconds to fill.
+    const bool isWild = path.length > kWildLength * m_pixels.width();
+    painter.setRenderHint(QPainter::Antialiasing, !isWild);
     for (const QList<QPointF>& line : path.lines)
-        painter.drawPolyline(line.constData(), static_cast<int>(line.size()));
+        if (isWild)
+            drawBars(painter, line, m_image.devicePixelRatio(), pen);
+        else
+            painter.drawPolyline(line.constData(), static_cast<int>(line.size()));
 }
 
 void GraphPicture::fillBox(const QPointF& middle, Rgb color)

@@ -63,7 +63,7 @@ TEST(CurvePath, MergingKeepsTheHighestAndLowestOfAPixel)
     table.setNumberColumn(1, 1, minutes, generalText);
     table.setNumberColumn(2, 1, flows, generalText);
     CurveMap map = kPlain;
-    map.merge = 1.0;
+    map.pixel = 1.0;
     const CurvePath merged = curvePath(table, 2, map), whole = curvePath(table, 2, kPlain);
     ASSERT_EQ(merged.lines.size(), 1);
     EXPECT_LE(merged.lines[0].size(), 4 * 100 + 4);
@@ -76,6 +76,36 @@ TEST(CurvePath, MergingKeepsTheHighestAndLowestOfAPixel)
     };
     EXPECT_EQ(reaches(merged, 10.0), reaches(whole, 10.0)) << "every spike is still there";
     EXPECT_EQ(reaches(merged, 95.0), reaches(whole, 95.0));
+}
+
+TEST(CurvePath, PointsOnAStraightLineAreLeftOutAndNoneStandsOffByMoreThanATenthOfAPixel)
+{
+    FlexGrid table;
+    table.setRows(901);
+    table.setCols(3);
+    std::vector<double> minutes, flows;
+    for (int i = 0; i < 900; ++i) {
+        minutes.push_back(i);
+        flows.push_back(i < 300 ? 20.0 : 20.0 + 60.0 * std::exp(-std::pow((i - 550) / 80.0, 2)));
+    }
+    table.setNumberColumn(1, 1, minutes, generalText);
+    table.setNumberColumn(2, 1, flows, generalText);
+    CurveMap map = kPlain;
+    map.pixel = 1.0;
+    const CurvePath path = curvePath(table, 2, map);
+    ASSERT_EQ(path.lines.size(), 1);
+    const auto& line = path.lines[0];
+    EXPECT_LT(line.size(), 120);
+    EXPECT_EQ(line.front(), QPointF(0, 80));
+    EXPECT_EQ(line.last().x(), 899.0);
+    double worst = 0.0;
+    for (qsizetype i = 1; i < line.size(); ++i)
+        for (double x = line[i - 1].x(); x <= line[i].x(); ++x) {
+            const double t = (x - line[i - 1].x()) / (line[i].x() - line[i - 1].x());
+            const double y = line[i - 1].y() + t * (line[i].y() - line[i - 1].y());
+            worst = std::max(worst, std::abs(y - (100.0 - flows[static_cast<size_t>(x)])));
+        }
+    EXPECT_LE(worst, 0.1 + 1e-9);
 }
 
 } // namespace

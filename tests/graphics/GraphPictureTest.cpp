@@ -61,6 +61,30 @@ TEST_P(GraphPictureTest, CurveGoesThroughItsPoints)
     EXPECT_EQ(at(30.0, 500.0), 0xFFFFFFu);
 }
 
+TEST_P(GraphPictureTest, ACurveWithoutAnyOrderFillsWhatItCrosses)
+{
+    FlexGrid table;
+    table.setRows(4001);
+    table.setCols(3);
+    std::vector<double> minutes, flows;
+    for (int i = 0; i < 4000; ++i) {
+        minutes.push_back(i * 0.075); // to the middle of the picture
+        flows.push_back(i % 2 == 0 ? 200.0 : 800.0);
+    }
+    table.setNumberColumn(1, 1, minutes, generalText);
+    table.setNumberColumn(2, 1, flows, generalText);
+    picture.drawCurve(table, 2, scale, kRed, 0.0);
+    const auto at = [this](double time, double flow) {
+        return pixel(picture, time * scale.xScale, scale.originY() - flow * scale.yScale);
+    };
+    for (double time = 2.0; time < 298.0; time += 0.5)
+        for (const double flow : {210.0, 500.0, 790.0})
+            ASSERT_EQ(at(time, flow), static_cast<QRgb>(kRed)) << time << " " << flow;
+    for (const double flow : {180.0, 820.0})
+        EXPECT_EQ(at(150.0, flow), 0xFFFFFFu);
+    EXPECT_EQ(at(305.0, 500.0), 0xFFFFFFu);
+}
+
 TEST_P(GraphPictureTest, NothingIsDrawnOverTheBorderBesideTheAxis)
 {
     auto table = gridOf("h|m|A\n|0|0\n|300|90000\n|600|-90000\n");
