@@ -51,7 +51,7 @@ public:
     }
 
 private:
-    static constexpr size_t kPiece = 64; ///< values that are judged at once
+    static constexpr size_t kPiece = 32; ///< values that are judged at once
 
     size_t rows() const { return static_cast<size_t>(std::max(m_table.rows() - 1, 0)); }
     /// Numbers of row 1 and below that are shown as general texts; none for any other column.
