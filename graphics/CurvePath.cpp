@@ -75,7 +75,7 @@ public:
     {
         if (!m_path.start)
             m_path.start = point;
-        if (m_count > 0 && std::abs(point.x() - m_first.x()) < m_map.pixel) {
+        if (m_count > 0 && m_map.pixel > 0.0 && columnOf(point) == columnOf(m_first)) {
             if (point.y() < m_low.y())
                 m_low = point;
             if (point.y() > m_high.y())
@@ -96,13 +96,14 @@ public:
     }
 
 private:
+    double columnOf(const QPointF& point) const { return std::floor(point.x() / m_map.pixel); }
     void flush()
     {
         if (m_count == 0)
             return;
         straighten(m_first);
         if (m_count > 1) {
-            const bool isLowFirst = std::abs(m_first.y() - m_low.y()) < std::abs(m_first.y() - m_high.y());
+            const bool isLowFirst = m_low.x() <= m_high.x();
             straighten(isLowFirst ? m_low : m_high);
             straighten(isLowFirst ? m_high : m_low);
             straighten(m_last);

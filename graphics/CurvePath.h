@@ -18,7 +18,7 @@ struct CurveMap
     double perMinute = 0.0;
     double perFlow = 0.0; ///< upwards
     QRectF window;        ///< what lies outside is cut off
-    /// A pixel of the screen, 0 for an exact path. Points within one along the time axis are drawn as one upright line
+    /// A pixel of the screen, 0 for an exact path. Points in one column of them are drawn as one upright line
     /// from the lowest to the highest, and points that stand less than a tenth of one off the line are left out: what
     /// the eye sees is the same, and a curve of any length costs no more than the image is wide.
     double pixel = 0.0;
