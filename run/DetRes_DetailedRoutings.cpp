@@ -76,12 +76,12 @@ void DetRes::showScreen()
     repaintScreen();
     if (!isVisible())
         fitList();
-    bringForward(*rb);
     if (!m_why.isEmpty())
         services().dialogs.warn(
             QStringLiteral("The file %1 cannot be read.\r\n%2").arg(QString::fromLatin1(RunFolder::kStages), m_why));
     else if (rb->text().isEmpty())
         services().dialogs.tell(kNoData);
+    bringForward(*rb);
 }
 
 void DetRes::fitList()

@@ -33,6 +33,11 @@ void ViewerWindow::closeEvent(QCloseEvent* event)
     QMainWindow::closeEvent(event);
     if (m_onClose == OnClose::Forget)
         m_around.screens.unload(objectName());
+    goBack();
+}
+
+void ViewerWindow::goBack()
+{
     if (m_around.toMainScreen)
         m_around.toMainScreen();
 }

@@ -21,8 +21,8 @@ struct ViewerSurroundings
     std::function<QString()> deckName;  ///< file name of the deck, offered for a save; may be empty
 };
 
-/// The window of a viewer of what HEC-1 wrote: known by its name, and giving the keyboard back to the deck when it is
-/// closed, by Return or by its frame.
+/// The window of a viewer of what HEC-1 wrote: known by its name, and giving the keyboard back when it is closed, by
+/// Return or by its frame.
 class ViewerWindow : public QMainWindow, public Screen
 {
     Q_OBJECT
@@ -45,8 +45,11 @@ protected:
 
     /// Runs a command inside the guard.
     void run(const char* command, const std::function<void()>& body);
-    /// Shows the window ahead of the others, with the keyboard on a control.
+    /// Shows the window ahead of the others, with the keyboard on a control. What is to be told is told ahead of it: a
+    /// box over a window that is only just coming up stands over the main screen and takes that one forward.
     void bringForward(QWidget& focus);
+    /// The window is closed: the keyboard goes to the deck, or to the screen that this one was opened from.
+    virtual void goBack();
     void closeEvent(QCloseEvent* event) override;
 
 private:

@@ -54,13 +54,13 @@ void detres2::setWidths()
 void detres2::showScreen()
 {
     repaintScreen();
-    bringForward(*Grid1);
     if (m_filled == GridFill::Missing)
         services().dialogs.tell(QStringLiteral("No Data was provided for Reservoir Routings."));
     else if (m_filled == GridFill::Cut)
         services().dialogs.warn(QStringLiteral("The grid holds the first %1 lines of the file %2 alone.")
                                     .arg(kMostGridLines)
                                     .arg(QString::fromLatin1(RunFolder::kStages)));
+    bringForward(*Grid1);
 }
 
 void detres2::repaintScreen()
@@ -69,6 +69,18 @@ void detres2::repaintScreen()
     m_filled = fillRoutingGrid(m_table, RunFolder(services().folder).stages());
     setWidths();
     Grid1->setCsv([] { return QStringLiteral("routings.csv"); }, routingUnits(services().folder));
+}
+
+void detres2::goBack()
+{
+    const QString text = QStringLiteral("DetRes");
+    if (!screens().isVisible(text))
+        return RoutingWindow::goBack();
+    // Only brought forward: shown anew it would begin at the top again.
+    if (auto* window = screens().loadAs<QWidget>(text)) {
+        window->raise();
+        window->activateWindow();
+    }
 }
 
 } // namespace kalvo

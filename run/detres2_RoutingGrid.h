@@ -26,6 +26,7 @@ public:
 private:
     void buildMenus();
     void setWidths();
+    void goBack() override;
 
     FlexGrid m_table;
     GridFill m_filled = GridFill::Missing;

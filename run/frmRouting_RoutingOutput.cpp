@@ -84,11 +84,11 @@ void frmRouting::buildMenus()
 void frmRouting::showScreen()
 {
     repaintScreen();
-    bringForward(Command1->isHidden() ? static_cast<QWidget&>(*List2) : *Command1);
     if (!m_output.canBeRead)
         services().dialogs.warn(kNoReport);
     else if (!m_output.hasRoutings())
         services().dialogs.tell(kNoRoutings);
+    bringForward(Command1->isHidden() ? static_cast<QWidget&>(*List2) : *Command1);
 }
 
 void frmRouting::repaintScreen()

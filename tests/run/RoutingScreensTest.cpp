@@ -290,6 +290,10 @@ TEST_F(RoutingScreens, TheGridHoldsTheSameFile)
     EXPECT_EQ(Grid1.grid().rows(), 1);
     trigger(screen, "mnu_Return");
     EXPECT_FALSE(screens.isLoaded("detres2"));
+    auto& text = *screens.loadAs<QWidget>("DetRes");
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&text));
+    EXPECT_EQ(returns, 0) << "the text that the grid was opened from is still there";
+    text.close();
     EXPECT_EQ(returns, 1);
 }
 
