@@ -19,6 +19,7 @@
 #include <QScrollBar>
 #include <QShortcut>
 #include <QSlider>
+#include <QTimer>
 #include <QVBoxLayout>
 
 namespace kalvo {
@@ -26,10 +27,11 @@ namespace kalvo {
 namespace {
 
 constexpr int kScrollSteps = 1000;
-constexpr int kThickestPen = 30;  ///< tenths of a percent of the picture's height
-constexpr int kFirstPen = 3;      ///< about a pixel and a half
-constexpr int kMostZoom = 400;    ///< percent
-constexpr int kListsWidth = 200;  ///< pixels
+constexpr int kThickestPen = 30; ///< tenths of a percent of the picture's height
+constexpr int kFirstPen = 3;     ///< about a pixel and a half
+constexpr int kMostZoom = 400;   ///< percent
+constexpr int kListsWidth = 200; ///< pixels
+constexpr int kResizeRestMs = 150;
 constexpr int kLegendWidth = 240; ///< pixels
 
 QLabel* caption(const QString& text, QWidget* parent, QWidget* buddy = nullptr)
@@ -188,7 +190,15 @@ QWidget* GRAPHER::buildPicture()
             if (currentScale().isNull())
                 redraw();
         });
-    connect(m_window, &GraphWindow::resized, this, &GRAPHER::render);
+    m_renderLater = new QTimer(this);
+    m_renderLater->setSingleShot(true);
+    connect(m_renderLater, &QTimer::timeout, this, &GRAPHER::render);
+    connect(m_window, &GraphWindow::resized, this, [this] {
+        if (m_curves.size() <= kManyCurves)
+            render();
+        else
+            m_renderLater->start(kResizeRestMs); // until then the picture is stretched
+    });
     return panel;
 }
 

@@ -22,7 +22,6 @@ namespace {
 
 const QString kNullGraph = QStringLiteral("Can't Display a Null Graph!");
 constexpr int kMostBoxes = 10;      ///< all curves of a pass share one scale: the rest is null for the same reason
-constexpr int kManyCurves = 60;     ///< beyond it the pointer tells that it takes its time
 constexpr double kMostScale = 4.0;  ///< device pixels to one of the picture; beyond it nobody sees a difference
 constexpr double kPenUnit = 1000.0; ///< `Slider1` counts tenths of a percent
 

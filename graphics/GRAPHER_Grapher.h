@@ -25,6 +25,7 @@ class QMenu;
 class QPushButton;
 class QScrollBar;
 class QSlider;
+class QTimer;
 
 namespace kalvo {
 
@@ -80,6 +81,8 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    static constexpr size_t kManyCurves = 60; ///< beyond it drawing takes its time
+
     struct DrawnCurve
     {
         CurveId id;
@@ -167,6 +170,7 @@ private:
     QLabel *Text13 = nullptr, *m_verticalText = nullptr, *m_news = nullptr;
     QPushButton* Command2 = nullptr;
     QMenu* m_popup = nullptr;
+    QTimer* m_renderLater = nullptr;
 };
 
 } // namespace kalvo
