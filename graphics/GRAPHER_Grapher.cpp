@@ -5,8 +5,8 @@
 #include "graphics/GraphCanvas.h"
 #include "platform/CommandGuard.h"
 #include "platform/FlexGridView.h"
+#include "platform/Hourglass.h"
 
-#include <QApplication>
 #include <QCloseEvent>
 #include <QFontMetrics>
 #include <QLabel>
@@ -15,6 +15,7 @@
 #include <QSlider>
 
 #include <algorithm>
+#include <optional>
 
 namespace kalvo {
 
@@ -24,22 +25,6 @@ const QString kNullGraph = QStringLiteral("Can't Display a Null Graph!");
 constexpr int kMostBoxes = 10;      ///< all curves of a pass share one scale: the rest is null for the same reason
 constexpr double kMostScale = 4.0;  ///< device pixels to one of the picture; beyond it nobody sees a difference
 constexpr double kPenUnit = 1000.0; ///< `Slider1` counts tenths of a percent
-
-/// The pointer of a long work, back again whatever happens.
-struct WaitPointer
-{
-    explicit WaitPointer(bool isOn) : on(isOn)
-    {
-        if (on)
-            QApplication::setOverrideCursor(Qt::WaitCursor);
-    }
-    ~WaitPointer()
-    {
-        if (on)
-            QApplication::restoreOverrideCursor();
-    }
-    const bool on;
-};
 
 void takeSelection(const QListWidget& list, ListModel& model)
 {
@@ -231,7 +216,9 @@ void GRAPHER::walk(const std::vector<CurveId>& curves)
 {
     int boxes = 0, absent = 0;
     {
-        const WaitPointer wait(curves.size() > kManyCurves);
+        std::optional<Hourglass> wait;
+        if (curves.size() > kManyCurves)
+            wait.emplace();
         const FlexGrid::Bulk bulk(m_legend);
         for (const CurveId& curve : curves) {
             if (curve.column == 0) {

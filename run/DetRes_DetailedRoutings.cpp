@@ -38,7 +38,7 @@ void DetRes::buildControls()
     auto* middle = new QSplitter(this);
     List1 = new QListView(middle);
     List1->setObjectName(QStringLiteral("List1"));
-    List1->setFont(routingFont());
+    List1->setFont(courierFont());
     List1->setEditTriggers(QAbstractItemView::NoEditTriggers);
     List1->setUniformItemSizes(true);
     List1->setToolTip(QStringLiteral("Station, ratio and place in the text: click to go there"));
@@ -48,7 +48,7 @@ void DetRes::buildControls()
     connect(List1, &QListView::activated, this, &DetRes::jump);
     rb = new LargeTextView(middle);
     rb->setObjectName(QStringLiteral("rb"));
-    rb->setFont(routingFont());
+    rb->setFont(courierFont());
     rb->refresh();
     middle->setStretchFactor(1, 1);
     setCentralWidget(middle);
@@ -57,7 +57,7 @@ void DetRes::buildControls()
 void DetRes::buildMenus()
 {
     RoutingMenu menu;
-    menu.save = [this] { saveRoutings(services(), rb->text().mid(0, rb->text().length())); };
+    menu.save = [this] { saveRoutings(services(), rb->editableText().whole()); };
     menu.copy = [this] { copySelection(false); };
     menu.copyAsData = [this] { copySelection(true); };
     menu.selectAll = [this] { rb->select(0, rb->text().length()); };

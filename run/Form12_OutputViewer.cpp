@@ -252,7 +252,7 @@ void Form12::mnu_Save()
     dialog.filter = QStringLiteral("OUT Files(*.out)|*.out| Text Files (*.txt)|*.txt");
     dialog.defaultExtension = QStringLiteral("out");
     dialog.overwritePrompt = true;
-    saveReport(services(), rb1->editableText(), dialog);
+    saveViewerText(services(), rb1->editableText().whole(), dialog);
 }
 
 // -- Moving about ----------------------------------------------------------------------------------------------------

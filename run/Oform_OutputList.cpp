@@ -170,7 +170,7 @@ void Oform::savehec1out()
     dialog.defaultExtension = QStringLiteral(".out");
     dialog.initialName = QFileInfo(deckName()).completeBaseName();
     dialog.overwritePrompt = true;
-    saveReport(services(), m_lines.text(), dialog);
+    saveViewerText(services(), m_lines.text().whole(), dialog);
 }
 
 void Oform::editcopy()

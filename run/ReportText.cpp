@@ -64,14 +64,13 @@ TextBuffer ReportText::take()
     return text ? std::move(*text) : TextBuffer();
 }
 
-void saveReport(Services& services, TextBuffer& report, const FileDialog& dialog)
+void saveViewerText(Services& services, QByteArrayView text, const FileDialog& dialog)
 {
     const auto chosen = services.dialogs.saveFile(dialog);
     if (!chosen || chosen->isEmpty())
         return;
-    const QByteArrayView whole = report.whole();
-    writeChosenFile(services, QFileInfo(*chosen).absoluteFilePath(),
-                    QByteArray::fromRawData(whole.data(), whole.size()), QStringLiteral("in the window"));
+    writeChosenFile(services, QFileInfo(*chosen).absoluteFilePath(), QByteArray::fromRawData(text.data(), text.size()),
+                    QStringLiteral("in the window"));
 }
 
 bool mayCopy(Services& services, qsizetype count)

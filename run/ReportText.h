@@ -6,6 +6,7 @@
 #include "platform/TextBuffer.h"
 
 #include <QByteArray>
+#include <QByteArrayView>
 #include <QString>
 
 namespace kalvo {
@@ -41,8 +42,8 @@ private:
     QString m_why;
 };
 
-/// Asks for a name and writes the text as it now stands; a write that fails is told.
-void saveReport(Services& services, TextBuffer& report, const FileDialog& dialog);
+/// Asks for a name and writes a viewer's text as it now stands there; a write that fails is told.
+void saveViewerText(Services& services, QByteArrayView text, const FileDialog& dialog);
 
 /// More characters than the clipboard should hold: other programs stall on a paste, and a file is the better way.
 inline constexpr qsizetype kMostCopied = qsizetype(64) << 20;

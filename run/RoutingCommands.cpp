@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "run/RoutingCommands.h"
 
-#include "deck/ImportFile.h"
 #include "run/DetailedRoutings.h"
-
-#include <QFileInfo>
+#include "run/ReportText.h"
 
 namespace kalvo {
 
@@ -37,7 +35,7 @@ void RoutingCommands::readAgain()
         m_screens.repaint(QString::fromLatin1(name));
 }
 
-void saveRoutings(Services& services, const QByteArray& text)
+void saveRoutings(Services& services, QByteArrayView text)
 {
     if (text.isEmpty()) {
         services.dialogs.tell(QStringLiteral("No Data to Save!"));
@@ -48,10 +46,7 @@ void saveRoutings(Services& services, const QByteArray& text)
     dialog.filter = QStringLiteral("(*.txt)|*.txt| Text Files (*.txr)|*.txr");
     dialog.defaultExtension = QStringLiteral("txt");
     dialog.overwritePrompt = true;
-    const auto chosen = services.dialogs.saveFile(dialog);
-    if (!chosen || chosen->isEmpty())
-        return;
-    writeChosenFile(services, QFileInfo(*chosen).absoluteFilePath(), text, QStringLiteral("in the window"));
+    saveViewerText(services, text, dialog);
 }
 
 } // namespace kalvo

@@ -6,7 +6,7 @@
 #include "platform/Services.h"
 #include "run/RunState.h"
 
-#include <QByteArray>
+#include <QByteArrayView>
 #include <QObject>
 
 namespace kalvo {
@@ -34,6 +34,6 @@ private:
 /// `mnu_Save` of the viewers: asks for a name and writes the text. An empty text is told and not written, a write that
 /// fails is told too.
 /// @param text lines ended by CR LF, as they stand in the file
-void saveRoutings(Services& services, const QByteArray& text);
+void saveRoutings(Services& services, QByteArrayView text);
 
 } // namespace kalvo

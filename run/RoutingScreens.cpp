@@ -7,7 +7,6 @@
 #include "run/frmRouting_RoutingOutput.h"
 
 #include <QAction>
-#include <QFontDatabase>
 #include <QMainWindow>
 
 namespace kalvo {
@@ -18,15 +17,6 @@ void registerRoutingScreens(Screens& screens, Services& services, std::function<
     screens.add(QStringLiteral("frmRouting"), [around] { return std::make_unique<frmRouting>(around); });
     screens.add(QStringLiteral("DetRes"), [around] { return std::make_unique<DetRes>(around); });
     screens.add(QStringLiteral("detres2"), [around] { return std::make_unique<detres2>(around); });
-}
-
-QFont routingFont()
-{
-    QFont font(QStringLiteral("Courier New"));
-    font.setStyleHint(QFont::Monospace);
-    font.setFixedPitch(true);
-    font.setPointSizeF(QFontDatabase::systemFont(QFontDatabase::FixedFont).pointSizeF());
-    return font;
 }
 
 QList<QAction*> buildRoutingMenu(QMainWindow& viewer, const RoutingMenu& menu)

@@ -5,7 +5,6 @@
 #include "platform/Screens.h"
 #include "platform/Services.h"
 
-#include <QFont>
 #include <QList>
 
 #include <functional>
@@ -18,9 +17,6 @@ namespace kalvo {
 /// Makes the screens known as "frmRouting", "DetRes" and "detres2".
 /// @param toMainScreen is called when the user goes back to the main screen
 void registerRoutingScreens(Screens& screens, Services& services, std::function<void()> toMainScreen);
-
-/// "Courier New", or what stands for it: the columns of a report line up in a font of fixed pitch alone.
-QFont routingFont();
 
 /// What the menus of the viewers do. A body that is missing leaves its entry out.
 struct RoutingMenu

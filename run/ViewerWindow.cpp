@@ -5,6 +5,7 @@
 #include "platform/CommandGuard.h"
 
 #include <QAction>
+#include <QFontDatabase>
 
 namespace kalvo {
 
@@ -40,6 +41,15 @@ void ViewerWindow::goBack()
 {
     if (m_around.toMainScreen)
         m_around.toMainScreen();
+}
+
+QFont courierFont()
+{
+    QFont font(QStringLiteral("Courier New"));
+    font.setStyleHint(QFont::Monospace);
+    font.setFixedPitch(true);
+    font.setPointSizeF(QFontDatabase::systemFont(QFontDatabase::FixedFont).pointSizeF());
+    return font;
 }
 
 QAction* addViewerEntry(QMainWindow& viewer, const QString& menu, const char* name, const QString& caption,

@@ -4,6 +4,7 @@
 #include "platform/Screens.h"
 #include "platform/Services.h"
 
+#include <QFont>
 #include <QMainWindow>
 
 #include <functional>
@@ -57,7 +58,10 @@ private:
     const OnClose m_onClose;
 };
 
-/// An entry of a viewer's menu under its given name; its body runs guarded.
+/// "Courier New", or what stands for it: the columns of a report line up in a font of fixed pitch alone.
+QFont courierFont();
+
+/// An entry of a viewer's menu, or with none of its menu bar, under its given name; its body runs guarded.
 QAction* addViewerEntry(QMainWindow& viewer, const QString& menu, const char* name, const QString& caption,
                         std::function<void()> body);
 

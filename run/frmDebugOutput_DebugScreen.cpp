@@ -2,9 +2,7 @@
 #include "run/frmDebugOutput_DebugScreen.h"
 
 #include <QAction>
-#include <QFontDatabase>
 #include <QListWidget>
-#include <QMenuBar>
 #include <QStatusBar>
 
 namespace kalvo {
@@ -13,24 +11,14 @@ namespace {
 
 constexpr auto kOutputFile = "kalvodebugoutput.txt";
 
-QFont courier()
-{
-    QFont font(QStringLiteral("Courier New"));
-    font.setStyleHint(QFont::Monospace);
-    font.setFixedPitch(true);
-    font.setPointSizeF(QFontDatabase::systemFont(QFontDatabase::FixedFont).pointSizeF());
-    return font;
-}
-
 } // namespace
 
-frmDebugOutput::frmDebugOutput(Services& services, QWidget* parent) : QMainWindow(parent), m_services(services)
+frmDebugOutput::frmDebugOutput(Screens& screens, Services& services)
+    : ViewerWindow("frmDebugOutput", QStringLiteral(" Kalvo DEBUG HEC-1"), {screens, services, {}, {}}, OnClose::Keep)
 {
-    setObjectName(QStringLiteral("frmDebugOutput"));
-    setWindowTitle(QStringLiteral(" Kalvo DEBUG HEC-1"));
     List1 = new QListWidget(this);
     List1->setObjectName(QStringLiteral("List1"));
-    List1->setFont(courier());
+    List1->setFont(courierFont());
     List1->setSelectionMode(QAbstractItemView::ExtendedSelection);
     List1->setUniformItemSizes(true);
     setCentralWidget(List1);
@@ -42,20 +30,18 @@ frmDebugOutput::frmDebugOutput(Services& services, QWidget* parent) : QMainWindo
 
 void frmDebugOutput::registerIn(Screens& screens, Services& services)
 {
-    screens.add(QStringLiteral("frmDebugOutput"), [&services] { return std::make_unique<frmDebugOutput>(services); });
+    screens.add(QStringLiteral("frmDebugOutput"),
+                [&screens, &services] { return std::make_unique<frmDebugOutput>(screens, services); });
 }
 
 void frmDebugOutput::buildMenu()
 {
     const auto add = [this](const char* name, const QString& caption, const QKeySequence& key, auto body) {
-        QAction* action = menuBar()->addAction(caption);
-        action->setObjectName(QString::fromLatin1(name));
-        action->setShortcut(key);
-        connect(action, &QAction::triggered, this, body);
+        addViewerEntry(*this, {}, name, caption, body)->setShortcut(key);
     };
     add("mnu_copy", tr("&Copy"), QKeySequence::Copy, [this] { copySelection(); });
     add("mnu_help", tr("&Help"), QKeySequence::HelpContents, [this] {
-        m_services.dialogs.tell(
+        services().dialogs.tell(
             QStringLiteral("This is the raw output of the HEC-1 computer program as it has run in DOS"));
     });
     add("mnu_quit", tr("&Quit"), QKeySequence::Close, [this] { close(); });
@@ -68,9 +54,9 @@ void frmDebugOutput::copySelection()
         if (List1->item(row)->isSelected())
             lines << List1->item(row)->text();
     if (lines.isEmpty())
-        m_services.dialogs.tell(QStringLiteral("Nothing Selected"));
+        services().dialogs.tell(QStringLiteral("Nothing Selected"));
     else
-        m_services.clipboard.setText(lines.join(QStringLiteral("\r\n")));
+        services().clipboard.setText(lines.join(QStringLiteral("\r\n")));
 }
 
 void frmDebugOutput::showScreen()
@@ -83,7 +69,7 @@ void frmDebugOutput::showScreen()
 void frmDebugOutput::repaintScreen()
 {
     // The file and not a page's own list, because a clone page's runs end up here too.
-    m_output.read(m_services.folder.file(QString::fromLatin1(kOutputFile)));
+    m_output.read(services().folder.file(QString::fromLatin1(kOutputFile)));
     List1->clear();
     List1->addItems(m_output.List1());
     statusBar()->showMessage(List1->count() == 0 ? tr("HEC-1 wrote nothing to the console.") : QString());

@@ -1,11 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "platform/Screens.h"
-#include "platform/Services.h"
 #include "run/DebugOutput.h"
-
-#include <QMainWindow>
+#include "run/ViewerWindow.h"
 
 class QListWidget;
 
@@ -13,20 +10,18 @@ namespace kalvo {
 
 /// " Kalvo DEBUG HEC-1": what HEC-1 wrote to the console during a debug run, as list items of `kalvodebugoutput.txt`,
 /// each behind three blanks.
-class frmDebugOutput : public QMainWindow, public Screen
+class frmDebugOutput : public ViewerWindow
 {
     Q_OBJECT
 
 public:
-    explicit frmDebugOutput(Services& services, QWidget* parent = nullptr);
+    frmDebugOutput(Screens& screens, Services& services);
 
     /// Makes the screen known as "frmDebugOutput".
     static void registerIn(Screens& screens, Services& services);
 
     /// Reads the file and shows it.
     void showScreen() override;
-    void hideScreen() override { hide(); }
-    bool isScreenVisible() const override { return isVisible(); }
     /// Reads the file again.
     void repaintScreen() override;
 
@@ -34,7 +29,6 @@ private:
     void buildMenu();
     void copySelection();
 
-    Services& m_services;
     DebugOutput m_output;
     QListWidget* List1 = nullptr;
 };

@@ -48,7 +48,7 @@ void frmRouting::buildControls()
     connect(Command1, &QPushButton::clicked, this, [this] { run("Command1", [this] { showRunoffSummary(); }); });
     List2 = new QListView(middle);
     List2->setObjectName(QStringLiteral("List2"));
-    List2->setFont(routingFont());
+    List2->setFont(courierFont());
     List2->setSelectionMode(QAbstractItemView::ExtendedSelection);
     List2->setEditTriggers(QAbstractItemView::NoEditTriggers);
     List2->setUniformItemSizes(true);
