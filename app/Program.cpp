@@ -67,7 +67,8 @@ void Program::registerBelowThePage()
     registerResultScreens(m_screens, m_desk, mainWindow);
     registerHydrodataScreens(m_screens, m_hydrodata, mainWindow);
     registerGrapher(m_screens, m_desk, {[this] { return m_page->looks.grapherColor(); }, {}});
-    QObject::connect(m_desk.get(), &ResultDesk::quickGraphWanted, m_quickGraphs.get(), &QuickHydroGraphers::open);
+    QObject::connect(m_desk.get(), &ResultDesk::quickGraphWanted, m_quickGraphs.get(),
+                     [this](const FlexGrid& table) { m_quickGraphs->open(table, m_desk->flowUnit()); });
     QObject::connect(m_desk.get(), &ResultDesk::quickGraphsUnwanted, m_quickGraphs.get(),
                      &QuickHydroGraphers::closeAll);
     frmDebugOutput::registerIn(m_screens, m_services);
@@ -102,10 +103,11 @@ void Program::addGroups(Workspace& page) const
     page.keep(run);
     page.keep(std::make_shared<ViewerCommands>(page.commands, page.screens, run->events));
     page.keep(std::make_shared<RoutingCommands>(page.services, page.commands, page.screens, run->events));
-    page.keep(std::make_shared<ResultCommands>(m_desk, page.commands));
-    page.keep(std::make_shared<HydrodataCommands>(m_hydrodata, page.commands, page.panels,
-                                                  HydrodataSource{[run = run.get()] { return run->graph(); },
-                                                                  [run = run.get()] { return run->state.hecRanOK; }}));
+    const auto graph = [run = run.get()] { return run->graph(); };
+    page.keep(std::make_shared<ResultCommands>(m_desk, page.commands, graph));
+    page.keep(
+        std::make_shared<HydrodataCommands>(m_hydrodata, page.commands, page.panels,
+                                            HydrodataSource{graph, [run = run.get()] { return run->state.hecRanOK; }}));
     registerColorScreens(page.looks, page.editContext);
     page.commands.add(QStringLiteral("about"), [&screens = page.screens] { screens.show(QStringLiteral("Form3")); });
 }

@@ -19,6 +19,7 @@ namespace {
 
 /// A metafile is for printing: as many pixels as a page of 300 dots per inch wants.
 constexpr double kScaleForPrint = 3.0;
+constexpr int kFirstFlows = 2; ///< column of the table
 
 } // namespace
 
@@ -42,7 +43,6 @@ void HydroGrapher::buildChart()
     MSChart1->setTitleEditorName(QStringLiteral("Text1"));
     MSChart1->setTitle(QStringLiteral("Hydrographs"));
     MSChart1->setAxisTitles(QStringLiteral("Time"), QString(), QStringLiteral("Flow"), QString());
-    MSChart1->setReadOutUnits(QStringLiteral("hours"), QString());
     auto* layout = new QVBoxLayout(Picture1);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(MSChart1);
@@ -96,8 +96,11 @@ void HydroGrapher::buildMenus()
             [this, &edit](const QPoint& at) { edit.popup(MSChart1->mapToGlobal(at)); });
 }
 
-void HydroGrapher::drawSelection(const FlexGrid& table)
+void HydroGrapher::drawSelection(const FlexGrid& table, const QString& flowUnit)
 {
+    // Times that were selected with the flows are curves as well.
+    const bool isFlowsAlone = table.selection().left >= kFirstFlows;
+    MSChart1->setReadOutUnits(QStringLiteral("hours"), isFlowsAlone ? flowUnit : QString());
     const auto all = quickChartOf(table);
     if (all)
         MSChart1->setSeries(*all);

@@ -22,8 +22,9 @@ class HydroGrapher : public QMainWindow
 public:
     explicit HydroGrapher(Services& services, QWidget* parent = nullptr);
 
-    /// Draws the selection of `table`; tells the user when that is a single cell, and stays empty then.
-    void drawSelection(const FlexGrid& table);
+    /// Draws the selection of `table`, whose flows are in `flowUnit`; tells the user when that is a single cell, and
+    /// stays empty then.
+    void drawSelection(const FlexGrid& table, const QString& flowUnit);
 
     void mnu_EditTitle();
     /// Both switch the selected curve off; it can be brought back.

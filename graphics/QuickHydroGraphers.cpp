@@ -3,11 +3,17 @@
 
 #include "graphics/HydroGrapher_QuickHydroGrapher.h"
 
+#include <QScreen>
+
+#include <algorithm>
+
 namespace kalvo {
 namespace {
 
 constexpr int kStep = 28; ///< pixels, so that no window hides the title of another
 constexpr int kMostSteps = 8;
+constexpr int kFirstPlace = 60; ///< pixels from the corner of the screen
+constexpr int kTitleBar = 36;   ///< pixels that the desktop's frame takes, about
 
 } // namespace
 
@@ -18,19 +24,22 @@ QuickHydroGraphers::~QuickHydroGraphers()
     closeAll();
 }
 
-void QuickHydroGraphers::open(const FlexGrid& table)
+void QuickHydroGraphers::open(const FlexGrid& table, const QString& flowUnit)
 {
     std::erase_if(m_list, [](const QPointer<HydroGrapher>& window) { return window.isNull(); });
     if (m_list.empty())
         hydroGrapherIndex = 0;
     auto* window = new HydroGrapher(m_services);
     m_list.emplace_back(window);
-    const int steps = hydroGrapherIndex++ % kMostSteps;
-    window->move(60 + kStep * steps, 60 + kStep * steps);
+    const int way = kFirstPlace + kStep * (hydroGrapherIndex++ % kMostSteps);
+    const QRect room = window->screen()->availableGeometry();
+    const QSize spare = room.size() - window->size() - QSize(0, kTitleBar);
+    window->move(room.topLeft() + QPoint(std::clamp(way, 0, std::max(0, spare.width())),
+                                         std::clamp(way, 0, std::max(0, spare.height()))));
     window->show();
     window->raise();
     window->activateWindow();
-    window->drawSelection(table);
+    window->drawSelection(table, flowUnit);
 }
 
 void QuickHydroGraphers::closeAll()

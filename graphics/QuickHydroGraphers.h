@@ -23,8 +23,8 @@ public:
     explicit QuickHydroGraphers(Services& services, QObject* parent = nullptr);
     ~QuickHydroGraphers() override;
 
-    /// Opens one more on the selection of a table: row 0 labels, column 0 hours, column 1 minutes.
-    void open(const FlexGrid& table);
+    /// Opens one more on the selection of a table: row 0 labels, column 0 hours, column 1 minutes, flows in `flowUnit`.
+    void open(const FlexGrid& table, const QString& flowUnit);
     void closeAll();
     /// Those still open, oldest first.
     std::vector<HydroGrapher*> hydroGraphers() const;

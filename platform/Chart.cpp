@@ -275,8 +275,11 @@ QPoint Chart::placeOf(ChartPoint point) const
     if (!isSeries(point.series) || point.index < 0 || point.index >= m_series[point.series].x.size())
         return {-1, -1};
     const ChartSeries& series = m_series.at(point.series);
-    return {qRound(m_plot->timeScale().pixel(series.x.at(point.index))),
-            qRound(m_plot->valueScale().pixel(series.y.at(point.index)))};
+    const double x = m_plot->timeScale().pixel(series.x.at(point.index));
+    const double y = m_plot->valueScale().pixel(series.y.at(point.index));
+    if (!std::isfinite(x))
+        return {-1, -1};
+    return {qRound(x), std::isfinite(y) ? qRound(y) : -1}; // a log axis has no place for 0 and below
 }
 
 void Chart::selectSeries(int series)

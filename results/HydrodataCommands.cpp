@@ -42,7 +42,7 @@ HydrodataCommands::HydrodataCommands(std::shared_ptr<HydrodataDesk> hydrodata, C
 
 void HydrodataCommands::mnu_hydrodata()
 {
-    if (m_hydrodata->isLoaded() || m_source.graph())
+    if (m_hydrodata->desk().holdsHydrographs() || m_source.graph())
         m_hydrodata->desk().screens().show(kHydrodata);
 }
 

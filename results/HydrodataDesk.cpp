@@ -37,12 +37,6 @@ void HydrodataDesk::follow(const QString& unloaded)
     m_desk->dropQuickGraphs();
 }
 
-bool HydrodataDesk::isLoaded() const
-{
-    // The time columns are filled last, and only when every hydrograph was read.
-    return table().rows() > 0 && table().cols() > 0 && !table().textMatrix(0, 0).isEmpty();
-}
-
 bool HydrodataDesk::center_of_mass()
 {
     Screens& screens = m_desk->screens();

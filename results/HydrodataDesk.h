@@ -26,8 +26,6 @@ public:
     ResultDesk& desk() const { return *m_desk; }
     const std::shared_ptr<ResultDesk>& sharedDesk() const { return m_desk; }
     FlexGrid& table() const { return m_desk->tables().hydrographTable; }
-    /// True while the table holds a whole run.
-    bool isLoaded() const;
 
     /// Fills the tables of `Form11` and `Form20` and shows `Form20`. A cell that is no number ends it without a word:
     /// `Form11` stays half filled, `Form20` as it was, and the log names the cell.

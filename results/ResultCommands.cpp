@@ -5,12 +5,20 @@
 
 namespace kalvo {
 
-ResultCommands::ResultCommands(std::shared_ptr<ResultDesk> desk, Commands& commands)
-    : m_desk(std::move(desk)), m_commands(commands)
+namespace {
+
+const QString kVolumes = QStringLiteral("FrmRunoffVolumes");
+
+} // namespace
+
+ResultCommands::ResultCommands(std::shared_ptr<ResultDesk> desk, Commands& commands, std::function<bool()> graph)
+    : m_desk(std::move(desk)), m_commands(commands), m_graph(std::move(graph))
 {
     addScreen("mnu_peakflows", "Form9");
     addScreen("mnu_tabular", "Form10");
-    addScreen("mnu_runoffvolumes", "FrmRunoffVolumes");
+    if (m_desk->screens().isKnown(kVolumes))
+        m_commands.add(
+            QStringLiteral("mnu_runoffvolumes"), [this] { mnu_runoffvolumes(); }, logResults);
     connect(m_desk.get(), &ResultDesk::closed, this, &ResultCommands::takeClosed);
     // A screen that goes with another one is closed as well: its table is gone.
     connect(&m_desk->screens(), &Screens::screenUnloaded, this, &ResultCommands::takeClosed);
@@ -24,6 +32,12 @@ void ResultCommands::addScreen(const char* command, const char* screen)
     if (m_desk->screens().isKnown(name))
         m_commands.add(
             QString::fromLatin1(command), [this, name] { m_desk->screens().show(name); }, logResults);
+}
+
+void ResultCommands::mnu_runoffvolumes()
+{
+    if (m_desk->holdsHydrographs() || m_graph())
+        m_desk->screens().show(kVolumes);
 }
 
 void ResultCommands::takeClosed(const QString& screen)

@@ -12,6 +12,13 @@ ResultDesk::ResultDesk(Services& services, Screens& screens, std::shared_ptr<Res
     connect(m_tables.get(), &ResultTables::changed, this, [this] { m_isMetric.reset(); });
 }
 
+bool ResultDesk::holdsHydrographs() const
+{
+    // The time columns are filled last, and only when every hydrograph was read.
+    const FlexGrid& table = m_tables->hydrographTable;
+    return table.rows() > 0 && table.cols() > 0 && !table.textMatrix(0, 0).isEmpty();
+}
+
 bool ResultDesk::isMetric() const
 {
     // The deck lies beside its results as it ran; the one in the editor may be another by now.

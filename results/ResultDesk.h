@@ -26,6 +26,8 @@ public:
     Screens& screens() const { return m_screens; }
     ResultTables& tables() const { return *m_tables; }
     std::shared_ptr<ResultTables> sharedTables() const { return m_tables; }
+    /// True while the table of hydrographs holds a whole run.
+    bool holdsHydrographs() const;
     /// What save dialogs offer: base name of the deck whose run was read, without folder and extension.
     QString offeredName() const { return m_tables->deckName; }
     /// What one flow of the run that was read is: "cfs", or "m3/s" when its deck asks for metric units.

@@ -17,6 +17,8 @@ constexpr double kSecondsInHour = 3600.0;
 constexpr double kEndedBelow = 1.0;
 constexpr int kFirstRecord = 2; ///< column of the table of hydrographs
 constexpr int kGroup = 4;       ///< rows of a station, plan and JD simulation
+/// That empty rows are made for. Only headers that belong to no run have a product of counts beyond it.
+constexpr qint64 kMostGroups = 1'000'000;
 
 /// Lengths of the steps in hours; step i ends at ordinate i, the first one is 0, for the first flow does not count.
 std::vector<double> stepsOf(const std::vector<double>& hours)
@@ -89,7 +91,8 @@ void fillVolumes(FlexGrid& Grid1, const std::vector<RunoffVolume>& volumes, cons
     const int ratios = std::max(counts.numRatios, 1);
     Grid1.clear();
     Grid1.setCols(ratios + 1);
-    Grid1.setRows(counts.graphPlans * counts.numStations * counts.numJD * kGroup + 2);
+    const qint64 groups = qint64(counts.graphPlans) * counts.numStations * counts.numJD;
+    Grid1.setRows(static_cast<int>(std::clamp<qint64>(groups, 0, kMostGroups)) * kGroup + 2);
     Grid1.setFixedRows(1);
     Grid1.setColWidth(0, measure.textWidth(QStringLiteral("WWWWWW")));
     for (int ratio = 1; ratio <= ratios; ++ratio) {

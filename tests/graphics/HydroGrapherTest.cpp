@@ -12,6 +12,7 @@
 #include <QCheckBox>
 #include <QDialog>
 #include <QImage>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QTest>
@@ -29,7 +30,7 @@ struct QuickGraph : testing::Test
     }
     HydroGrapher& open()
     {
-        quick.open(table);
+        quick.open(table, "cfs");
         HydroGrapher& window = *quick.hydroGraphers().back();
         EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
         return window;
@@ -58,6 +59,7 @@ TEST_F(QuickGraph, ShowsTheBlockAndTellsThePointThatIsClicked)
     ASSERT_EQ(chart.series().size(), 2);
     QTest::mouseClick(&chart, Qt::LeftButton, {}, chart.placeOf({1, 3}));
     EXPECT_EQ(chart.toolTip(), "2,4,12.5");
+    EXPECT_TRUE(window.findChild<QLabel*>("ReadOut")->text().contains(":  12.5 cfs at ")) << "read with its unit";
     QTest::mouseMove(&chart, chart.placeOf({1, 3}) + QPoint(-60, -50));
     EXPECT_EQ(chart.toolTip(), "");
     QTest::mouseDClick(&chart, Qt::LeftButton, {}, (chart.placeOf({1, 1}) + chart.placeOf({1, 0})) / 2);

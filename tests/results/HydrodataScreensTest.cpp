@@ -183,7 +183,7 @@ TEST_F(HydrodataScreens, ReturnKeepsTheTableAndClosingForgetsIt)
     QObject::connect(desk.get(), &ResultDesk::closed, [&](const QString& name) { closed << name; });
     trigger(screen, "Endhydrodata");
     EXPECT_FALSE(screen.isVisible());
-    EXPECT_TRUE(logic->isLoaded());
+    EXPECT_TRUE(desk->holdsHydrographs());
     EXPECT_EQ(returned, 1);
 
     trigger(shown("hydrodata"), "mnu_centerofMass");
@@ -192,7 +192,7 @@ TEST_F(HydrodataScreens, ReturnKeepsTheTableAndClosingForgetsIt)
     QCoreApplication::processEvents();
     EXPECT_FALSE(screens.isLoaded("hydrodata"));
     EXPECT_FALSE(screens.isLoaded("Form11"));
-    EXPECT_FALSE(logic->isLoaded());
+    EXPECT_FALSE(desk->holdsHydrographs());
     EXPECT_EQ(returned, 2);
     EXPECT_EQ(closed, QStringList{"hydrodata"});
 }

@@ -31,6 +31,7 @@ struct ResultScreens : testing::Test
         std::make_shared<ResultDesk>(services.services, screens, std::make_shared<ResultTables>());
     QWidget mainScreen;
     Commands commands;
+    std::function<bool()> readAgain = [] { return false; };
     std::unique_ptr<ResultCommands> page;
 
     ResultScreens()
@@ -38,7 +39,7 @@ struct ResultScreens : testing::Test
         desk->tables().follow(screens);
         registerResultScreens(screens, desk, [this] { return &mainScreen; });
         commands.add("runhec", [] {});
-        page = std::make_unique<ResultCommands>(desk, commands);
+        page = std::make_unique<ResultCommands>(desk, commands, [this] { return readAgain(); });
         mainScreen.show();
     }
     ~ResultScreens() override { screens.unloadAll(); }
@@ -232,6 +233,21 @@ TEST_F(ResultScreens, VolumesHoldRunsBackWhileTheyAreOpen)
     opened("mnu_runoffvolumes", "FrmRunoffVolumes");
     screens.unload("FrmRunoffVolumes");
     EXPECT_TRUE(commands.isEnabled("runhec")) << "also when another screen takes it along";
+}
+
+TEST_F(ResultScreens, VolumesOfATableThatIsGoneAreReadAgain)
+{
+    EXPECT_TRUE(commands.run("mnu_runoffvolumes"));
+    EXPECT_FALSE(screens.isLoaded("FrmRunoffVolumes")) << "nothing to show, and the reading has told why";
+    EXPECT_TRUE(commands.isEnabled("runhec"));
+    readAgain = [this] {
+        read(kTwoRatios);
+        return true;
+    };
+    read(kTwoRatios);
+    desk->tables().forget("hydrodata"); // as the closing of its screen does
+    auto& Grid1 = in<ResultGrid>(opened("mnu_runoffvolumes", "FrmRunoffVolumes"), "Grid1");
+    EXPECT_EQ(Grid1.grid().textMatrix(2, 1), "UPPER  1  1  1");
 }
 
 TEST_F(ResultScreens, VolumesAreCopiedCollapsedOrAsTheyStand)

@@ -96,6 +96,9 @@ TEST(RunoffVolumes, CountsThatDoNotFitTheTableLoseNoRecord)
     volumes.tables.tableCounts.numStations = 1;
     volumes.fill();
     EXPECT_EQ(volumes.Grid1.textMatrix(6, 1), "B  1  1  1");
+    volumes.tables.tableCounts = {9000, 9000, 1, 9000, 9000};
+    volumes.fill();
+    EXPECT_EQ(volumes.Grid1.textMatrix(6, 1), "B  1  1  1") << "counts of no run are not taken at their word";
     volumes.tables.tableCounts = {};
     volumes.fill();
     EXPECT_EQ(volumes.Grid1.textMatrix(6, 1), "B  1  1  1");
