@@ -10,6 +10,7 @@
 #include "platform/QtTextMeasure.h"
 #include "run/Form12_OutputViewer.h"
 #include "run/OutlineDock.h"
+#include "run/ViewerScreens.h"
 
 #include <QApplication>
 #include <QFile>
