@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "graphics/CurveColors.h"
 
+#include "platform/ColorVision.h"
+
 #include <QRandomGenerator>
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 namespace kalvo {
 
@@ -24,15 +25,6 @@ int part(Rgb color, int shift)
     return static_cast<int>((static_cast<quint32>(color) >> shift) & 255u);
 }
 
-double lightness(Rgb color)
-{
-    const auto linear = [](int value) {
-        const double v = value / 255.0;
-        return v <= 0.03928 ? v / 12.92 : std::pow((v + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(part(color, 16)) + 0.7152 * linear(part(color, 8)) + 0.0722 * linear(part(color, 0));
-}
-
 /// Weighed by how the eye sees the three parts.
 double distance(Rgb a, Rgb b)
 {
@@ -42,16 +34,10 @@ double distance(Rgb a, Rgb b)
 
 } // namespace
 
-double contrastOf(Rgb a, Rgb b)
-{
-    const double one = lightness(a) + 0.05, other = lightness(b) + 0.05;
-    return std::max(one, other) / std::min(one, other);
-}
-
 Rgb readableOn(Rgb back)
 {
     const Rgb black = rgb(0, 0, 0);
-    return contrastOf(back, black) >= contrastOf(back, kPaper) ? black : kPaper;
+    return contrastRatio(back, black) >= contrastRatio(back, kPaper) ? black : kPaper;
 }
 
 CurveColors::CurveColors(Generator generator) : m_generator(std::move(generator))
@@ -63,7 +49,7 @@ CurveColors::CurveColors(Generator generator) : m_generator(std::move(generator)
 /// At least 1 for a colour that will do.
 double CurveColors::merit(Rgb color) const
 {
-    double least = std::min(contrastOf(color, kPaper) / kLeastContrast, distance(color, kInk) / kFromInk);
+    double least = std::min(contrastRatio(color, kPaper) / kLeastContrast, distance(color, kInk) / kFromInk);
     for (const Rgb last : m_last)
         least = std::min(least, distance(color, last) / kLeastDistance);
     return least;
@@ -81,7 +67,7 @@ Rgb CurveColors::next()
             bestMerit = is;
         }
     }
-    while (contrastOf(best, kPaper) < kLeastContrast)
+    while (contrastRatio(best, kPaper) < kLeastContrast)
         best = rgb(part(best, 16) * 3 / 4, part(best, 8) * 3 / 4, part(best, 0) * 3 / 4);
     taken(best);
     return best;

@@ -8,8 +8,6 @@
 
 namespace kalvo {
 
-/// How well two colours can be told apart by lightness: 1 for equal ones to 21 for black on white.
-double contrastOf(Rgb a, Rgb b);
 /// Black or white, whichever can be read on `back`.
 Rgb readableOn(Rgb back);
 

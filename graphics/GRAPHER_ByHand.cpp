@@ -3,11 +3,11 @@
 #include "graphics/FloatingLabels.h"
 #include "graphics/GRAPHER_Grapher.h"
 #include "graphics/GraphCanvas.h"
+#include "platform/ChartExport.h"
 #include "platform/CommandGuard.h"
 #include "platform/FlexGridView.h"
 
 #include <QCheckBox>
-#include <QFileInfo>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -217,7 +217,12 @@ bool GRAPHER::hasFloatingLabels() const
 void GRAPHER::copyPicture()
 {
     guarded(logGraphics(), "copyPicture", [this] {
-        m_desk->services().clipboard.setPicture(m_picture.encoded("PNG"));
+        const QByteArray bytes = m_picture.encoded("PNG");
+        if (bytes.isEmpty()) {
+            m_desk->services().dialogs.warn(QStringLiteral("There is no memory for a copy of the picture."));
+            return;
+        }
+        m_desk->services().clipboard.setPicture(bytes);
         m_news->setText(QStringLiteral("Copied the picture to the clipboard"));
     });
 }
@@ -232,13 +237,18 @@ void GRAPHER::savePicture()
         dialog.initialName = m_desk->offeredName();
         dialog.overwritePrompt = true;
         const auto path = m_desk->services().dialogs.saveFile(dialog);
-        if (!path)
+        if (!path || path->isEmpty())
             return;
-        const bool isBitmap = QFileInfo(*path).suffix().compare(QLatin1String("bmp"), Qt::CaseInsensitive) == 0;
-        QString why;
-        if (!writeFile(*path, m_picture.encoded(isBitmap ? "BMP" : "PNG"), &why))
-            m_desk->services().dialogs.warn(
-                QStringLiteral("The picture could not be written to %1\r\n%2").arg(*path, why));
+        Dialogs& dialogs = m_desk->services().dialogs;
+        const auto kind = pictureKindOf(*path);
+        if (kind != PictureKind::Png && kind != PictureKind::Bmp) {
+            dialogs.warn(QStringLiteral("'%1' ends in neither .png nor .bmp.").arg(*path));
+            return;
+        }
+        const QByteArray bytes = m_picture.encoded(kind == PictureKind::Bmp ? "BMP" : "PNG");
+        QString why = QStringLiteral("There is no memory for it.");
+        if (bytes.isEmpty() || !writeFile(*path, bytes, &why))
+            dialogs.warn(QStringLiteral("The picture could not be written to %1\r\n%2").arg(*path, why));
     });
 }
 

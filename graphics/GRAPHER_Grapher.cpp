@@ -231,10 +231,10 @@ void GRAPHER::walk(const std::vector<CurveId>& curves)
                 break;
         }
     }
-    m_news->setText(absent == 0 ? QStringLiteral("%1 curves").arg(m_curves.size())
-                                : QStringLiteral("%1 curves; %2 of the chosen hydrographs are not in this run")
-                                      .arg(m_curves.size())
-                                      .arg(absent));
+    QString news = m_curves.size() == 1 ? QStringLiteral("1 curve") : QStringLiteral("%1 curves").arg(m_curves.size());
+    if (absent > 0)
+        news += QStringLiteral("; chosen but not in this run: %1").arg(absent);
+    m_news->setText(news);
     tellChoice();
 }
 

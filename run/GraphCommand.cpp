@@ -2,6 +2,7 @@
 #include "run/GraphCommand.h"
 
 #include "platform/CommandGuard.h"
+#include "platform/text.h"
 #include "run/RunFolder.h"
 #include "run/SummaryReport.h"
 #include "run/Tape21Interval.h"
@@ -15,6 +16,17 @@ namespace kalvo {
 namespace {
 
 const QString kGrapher = QStringLiteral("GRAPHER");
+
+/// The first station whose header cuts the rows of the tables, and with them the ends of longer hydrographs; empty when
+/// none does, as in every run of HEC-1 itself.
+QString shorterStation(const Tape21& tape)
+{
+    const auto& all = tape.stations;
+    const auto shorter = std::adjacent_find(all.begin(), all.end(), [](const Tape21Station& a, const Tape21Station& b) {
+        return b.header.ordinates < a.header.ordinates;
+    });
+    return shorter == all.end() ? QString() : Trim((shorter + 1)->name);
+}
 
 } // namespace
 
@@ -71,11 +83,18 @@ bool GraphCommand::readTables()
     if (hasWideInterval && !completeIntervals(tape, RunFolder(m_services.folder).report()))
         m_panels.set(7, QStringLiteral("The time step does not fit into TAPE21 and the report does not tell it: "
                                        "all times of the tables are 0"));
+    const QString shorter = shorterStation(tape);
     const auto problem = fillTables(std::move(tape), m_tables, m_services.measure);
     m_tables.tellChanged();
     if (problem) {
         failed(problem->text());
         return false;
+    }
+    if (!shorter.isEmpty()) {
+        const QString news =
+            QStringLiteral("Longer hydrographs are cut in all tables: station %1 has fewer ordinates").arg(shorter);
+        qCWarning(logRun).noquote() << "graph:" << news;
+        m_panels.set(7, news);
     }
     if (m_tables.lastIntervalMinutes == 0.0) {
         const QString news = QStringLiteral("The time step of this run is 0: times, centers of mass and volumes are 0");

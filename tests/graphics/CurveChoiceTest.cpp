@@ -2,6 +2,7 @@
 #include "graphics/CurveChoice.h"
 #include "graphics/CurveColors.h"
 
+#include "platform/ColorVision.h"
 #include "tests/graphics/GraphTables.h"
 #include "tests/support/GridText.h"
 
@@ -90,15 +91,15 @@ TEST(CurveColors, EveryGeneratorComesToAnEndAndEveryColourCanBeSeen)
     for (const int stuck : {0, 255, 254, 90000, -5}) {
         CurveColors colors([stuck] { return stuck; });
         for (int i = 0; i < 10; ++i)
-            EXPECT_GE(contrastOf(colors.next(), rgb(255, 255, 255)), 2.5) << stuck;
+            EXPECT_GE(contrastRatio(colors.next(), rgb(255, 255, 255)), 2.5) << stuck;
     }
     CurveColors random;
     Rgb last = random.next();
     for (int i = 0; i < 200; ++i) {
         const Rgb color = random.next();
         EXPECT_NE(color, last);
-        EXPECT_GE(contrastOf(color, rgb(255, 255, 255)), 2.5);
-        EXPECT_GE(contrastOf(color, readableOn(color)), 4.5) << "the legend's text on it";
+        EXPECT_GE(contrastRatio(color, rgb(255, 255, 255)), 2.5);
+        EXPECT_GE(contrastRatio(color, readableOn(color)), 4.5) << "the legend's text on it";
         last = color;
     }
 }

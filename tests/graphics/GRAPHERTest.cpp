@@ -417,6 +417,10 @@ TEST_F(GrapherTest, ThePictureGoesToTheClipboardAndToFiles)
     services.dialogs.willAnswer(Button::Ok);
     in<QAction>("pop_Save").trigger();
     EXPECT_TRUE(services.dialogs.last().text.contains("no/such/folder"));
+    services.dialogs.willAnswer(services.path("graph.gif"));
+    services.dialogs.willAnswer(Button::Ok);
+    in<QAction>("pop_Save").trigger();
+    EXPECT_TRUE(services.bytes("graph.gif").isEmpty()) << "no PNG under a name that says otherwise";
     in<QAction>("pop_Clear").trigger();
     EXPECT_EQ(gridText(legend()), "");
     EXPECT_FALSE(P1().hint().isEmpty());

@@ -447,6 +447,22 @@ TEST_F(GraphTest, ATimeStepTooWideForTheHeaderComesFromTheReport)
     EXPECT_TRUE(panel7().contains("all times of the tables are 0"));
 }
 
+TEST_F(GraphTest, AStationThatCutsTheOthersIsNamed)
+{
+    know("GRAPHER");
+    services.put("checky.out", kGoodReport);
+    const auto tape = [](int first, int second) {
+        return QByteArray::fromStdString(risingStation({"SUB1"}, first, 1) + risingStation({"SUB2"}, second, 1));
+    };
+    services.put("TAPE21", tape(3, 4));
+    EXPECT_TRUE(run->graph());
+    EXPECT_FALSE(panel7().contains("SUB2"));
+    services.put("TAPE21", tape(4, 3));
+    EXPECT_TRUE(run->graph());
+    EXPECT_EQ(run->tables.hydrographTable.rows(), 4);
+    EXPECT_TRUE(panel7().contains("station SUB2 has fewer ordinates"));
+}
+
 TEST_F(GraphTest, LooksForTheNormalEndOnceMore)
 {
     services.put("checky.out", kBadReport);
