@@ -6,6 +6,7 @@
 #include "platform/Chart.h"
 #include "platform/ChartOptionsDialog.h"
 #include "platform/CommandGuard.h"
+#include "run/ResultTables.h"
 
 #include <QDir>
 #include <QFrame>
@@ -19,7 +20,6 @@ namespace {
 
 /// A metafile is for printing: as many pixels as a page of 300 dots per inch wants.
 constexpr double kScaleForPrint = 3.0;
-constexpr int kFirstFlows = 2; ///< column of the table
 
 } // namespace
 
@@ -99,7 +99,7 @@ void HydroGrapher::buildMenus()
 void HydroGrapher::drawSelection(const FlexGrid& table, const QString& flowUnit)
 {
     // Times that were selected with the flows are curves as well.
-    const bool isFlowsAlone = table.selection().left >= kFirstFlows;
+    const bool isFlowsAlone = table.selection().left >= ResultTables::kFirstRecord;
     MSChart1->setReadOutUnits(QStringLiteral("hours"), isFlowsAlone ? flowUnit : QString());
     const auto all = quickChartOf(table);
     if (all)

@@ -3,6 +3,7 @@
 
 #include "platform/text.h"
 #include "results/TableNumbers.h"
+#include "run/ResultTables.h"
 
 #include <cmath>
 #include <span>
@@ -14,7 +15,6 @@ namespace {
 
 constexpr int kLabels = 1;  ///< row of Form11's table
 constexpr int kCenters = 2; ///< row of Form11's table
-constexpr int kFirstRecord = 2;
 
 /// None when a cell is no number, or the sums are beyond all numbers.
 std::optional<double> centerOf(const std::vector<double>& hours, std::span<const double> flows)
@@ -48,11 +48,11 @@ std::optional<CenterProblem> fillCenters(const FlexGrid& hydrographs, FlexGrid& 
     Form11.clear();
     Form11.setRows(3);
     Form11.setCols(hydrographs.cols());
-    for (int col = kFirstRecord; col < hydrographs.cols(); ++col)
+    for (int col = ResultTables::kFirstRecord; col < hydrographs.cols(); ++col)
         Form11.setTextMatrix(kLabels, col, hydrographs.textMatrix(0, col));
     TableNumbers numbers(hydrographs);
     const std::vector<double> hours = numbers.copyOf(0);
-    for (int col = kFirstRecord; col < hydrographs.cols(); ++col) {
+    for (int col = ResultTables::kFirstRecord; col < hydrographs.cols(); ++col) {
         const std::span<const double> flows = numbers.column(col);
         const std::optional<double> center = centerOf(hours, flows);
         if (!center)

@@ -21,7 +21,6 @@ Form11::Form11(std::shared_ptr<HydrodataDesk> logic, MainWindow mainWindow)
     Label1->setAlignment(Qt::AlignCenter);
     Grid1 = new ResultGrid(m_logic->Form11Grid, services(), centralWidget());
     Grid1->setObjectName(QStringLiteral("Grid1"));
-    Grid1->setUserResizing(true);
     auto* column = new QVBoxLayout(centralWidget());
     column->addWidget(Label1);
     column->addWidget(Grid1, 1);

@@ -18,7 +18,6 @@ Form20::Form20(std::shared_ptr<HydrodataDesk> logic, MainWindow mainWindow)
 {
     Grid1 = new ResultGrid(m_logic->Form20Grid, services(), centralWidget());
     Grid1->setObjectName(QStringLiteral("Grid1"));
-    Grid1->setUserResizing(true);
     Grid1->setTipText([this](int row, int) { return m_logic->Form20Grid.textMatrix(row, 0); });
     auto* Label1 =
         new QLabel(QStringLiteral("Use CTRL F10 from Main Screen to get here by bypasssing other processes."));

@@ -15,8 +15,7 @@ namespace {
 
 constexpr double kSecondsInHour = 3600.0;
 constexpr double kEndedBelow = 1.0;
-constexpr int kFirstRecord = 2; ///< column of the table of hydrographs
-constexpr int kGroup = 4;       ///< rows of a station, plan and JD simulation
+constexpr int kGroup = 4; ///< rows of a station, plan and JD simulation
 /// That empty rows are made for. Only headers that belong to no run have a product of counts beyond it.
 constexpr qint64 kMostGroups = 1'000'000;
 
@@ -67,15 +66,15 @@ private:
 std::vector<RunoffVolume> runoffVolumes(const FlexGrid& hydrographTable)
 {
     std::vector<RunoffVolume> volumes;
-    if (hydrographTable.rows() == 0 || hydrographTable.cols() <= kFirstRecord)
+    if (hydrographTable.rows() == 0 || hydrographTable.cols() <= ResultTables::kFirstRecord)
         return volumes;
     TableNumbers numbers(hydrographTable);
     std::vector<double> steps;
-    for (int col = kFirstRecord; col < hydrographTable.cols(); ++col) {
+    for (int col = ResultTables::kFirstRecord; col < hydrographTable.cols(); ++col) {
         const QString label = hydrographTable.textMatrix(0, col);
         if (label.isEmpty())
             break;
-        if (col == kFirstRecord)
+        if (col == ResultTables::kFirstRecord)
             steps = stepsOf(numbers.copyOf(0));
         Summing sum{steps};
         numbers.forEachPiece(col, [&sum](std::span<const double> flows, size_t first) { sum.take(flows, first); });

@@ -13,7 +13,6 @@ namespace kalvo {
 
 namespace {
 
-constexpr int kFirstRecord = 2;
 // What the form leaves around the grid, in twips.
 constexpr int kBesideGrid = 600;
 constexpr int kAboveAndBelowGrid = 1150;
@@ -30,14 +29,13 @@ hydrodata::hydrodata(std::shared_ptr<HydrodataDesk> logic, MainWindow mainWindow
     Grid1 = new ResultGrid(table, services(), centralWidget());
     Grid1->setObjectName(QStringLiteral("Grid1"));
     Grid1->setCopyRule(CopyRule::CrOnly);
-    Grid1->setUserResizing(true);
     Grid1->setTipText([this](int row, int col) { return tip(row, col); });
     Grid1->setCsv([this] { return desk().offeredName(); },
-                  [this](int col) { return col < kFirstRecord ? QString() : desk().flowUnit(); });
+                  [this](int col) { return col < ResultTables::kFirstRecord ? QString() : desk().flowUnit(); });
     {
         const FlexGrid::Bulk bulk(table);
         const int width = services().measure.textWidth(QStringLiteral("WWWWW"));
-        for (int col = 0; col < std::min(kFirstRecord, table.cols()); ++col) {
+        for (int col = 0; col < std::min(ResultTables::kFirstRecord, table.cols()); ++col) {
             table.setColWidth(col, width);
             table.setColAlignment(col, FlexGrid::RightTop);
         }
@@ -69,7 +67,7 @@ QString hydrodata::tip(int row, int col) const
 {
     const FlexGrid& table = m_logic->table();
     const QString heading = table.textMatrix(0, col), cell = table.textMatrix(row, col);
-    if (col < kFirstRecord || heading.isEmpty())
+    if (col < ResultTables::kFirstRecord || heading.isEmpty())
         return heading;
     if (row == 0 || cell.isEmpty())
         return QStringLiteral("%1, flow in %2").arg(heading, desk().flowUnit());
@@ -88,11 +86,11 @@ void hydrodata::activated()
     FlexGrid& table = m_logic->table();
     const TextMeasure& measure = services().measure;
     const FlexGrid::Bulk bulk(table);
-    for (int col = 0; col < std::min(kFirstRecord, table.cols()); ++col)
+    for (int col = 0; col < std::min(ResultTables::kFirstRecord, table.cols()); ++col)
         widenToText(table, col, table.textMatrix(0, col), measure);
-    for (int col = kFirstRecord; col < table.cols(); ++col)
+    for (int col = ResultTables::kFirstRecord; col < table.cols(); ++col)
         widenToText(table, col, QStringLiteral("0.123456789"), measure); // what HEC-1 writes in full
-    fitToHeadings(table, kFirstRecord, measure);
+    fitToHeadings(table, ResultTables::kFirstRecord, measure);
 }
 
 void hydrodata::layOut(const QSize& central)

@@ -49,12 +49,15 @@ struct GrapherLists
 };
 
 /// What the full reader found in the last run, as grids and lists that the result screens show. One instance for all
-/// pages, for they share the run files and the screens. A table is forgotten when its screen is unloaded, so that none is ever older than the last run.
+/// pages, for they share the run files and the screens. A table is forgotten when its screen is unloaded, so that none
+/// is ever older than the last run.
 class ResultTables : public QObject
 {
     Q_OBJECT
 
 public:
+    static constexpr int kFirstRecord = 2; ///< column of `hydrographTable`; hours and minutes stand ahead of it
+
     explicit ResultTables(QObject* parent = nullptr);
 
     /// `hydrodata`'s grid: row 0 labels; column 0 hours, column 1 minutes, column c the record c-1 (from 1) as numbers,
@@ -68,7 +71,7 @@ public:
     RunCounts counts;
     /// What the full reader counted when it filled the tables above; index readers leave these alone.
     RunCounts tableCounts;
-    QString deckName; ///< of the deck whose run was read: base name without folder or extension
+    QString deckName;                 ///< of the deck whose run was read: base name without folder or extension
     int lastOrdinates = 0;            ///< NQ of the last header
     double lastIntervalMinutes = 0.0; ///< NMIN of the last header
 
