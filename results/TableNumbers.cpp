@@ -14,7 +14,6 @@ namespace kalvo {
 namespace {
 
 constexpr double kNoNumber = std::numeric_limits<double>::quiet_NaN();
-constexpr size_t kBlock = 64; ///< values that are judged at once
 constexpr size_t kGroup = 8;  ///< the same in a block that has others among them
 
 constexpr int kDigits = 15; ///< of a text, at most
