@@ -7,12 +7,17 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QScreen>
 #include <QWidget>
 #include <QWindow>
+
+#include <algorithm>
 
 namespace kalvo {
 
 namespace {
+
+constexpr QSize kFrame(8, 36); ///< what the desktop lays around a window, about
 
 /// Presses the button that has the keyboard. Qt does so only where Enter elsewhere presses a button too.
 class EnterPresses : public QObject
@@ -41,8 +46,26 @@ private:
 
 } // namespace
 
+void fitToDisplay(QWidget& window)
+{
+    const QSize fitting = window.size().boundedTo(window.screen()->availableSize() - kFrame);
+    if (fitting != window.size()) // else a window that takes its size from its contents would be held to this one
+        window.resize(fitting);
+}
+
+void placeOnDisplay(QWidget& window, QPoint place)
+{
+    fitToDisplay(window);
+    const QRect display = window.screen()->availableGeometry();
+    const QSize spare = display.size() - kFrame - window.size();
+    window.move(display.topLeft() + QPoint(std::clamp(place.x(), 0, std::max(0, spare.width())),
+                                           std::clamp(place.y(), 0, std::max(0, spare.height()))));
+}
+
 void showAbove(QWidget& screen, const QWidget* window)
 {
+    if (!screen.isVisible())
+        fitToDisplay(screen);
     screen.winId(); // makes the window that the line below needs
     if (window && window->windowHandle() && screen.windowHandle())
         screen.windowHandle()->setTransientParent(window->windowHandle());

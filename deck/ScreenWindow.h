@@ -5,11 +5,17 @@
 
 class QAction;
 class QMainWindow;
+class QPoint;
 class QPushButton;
 class QString;
 class QWidget;
 
 namespace kalvo {
+
+/// Shrinks a window that was made larger than its display has room for, as with large fonts on a small display.
+void fitToDisplay(QWidget& window);
+/// The same, and moves it to a place from the display's corner, or as near to it as leaves all of it in sight.
+void placeOnDisplay(QWidget& window, QPoint place);
 
 /// Shows a screen that the registry owns above its main screen, and gives it the keyboard.
 void showAbove(QWidget& screen, const QWidget* window);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "graphics/GRAPHER_Grapher.h"
 
+#include "deck/ScreenWindow.h"
 #include "graphics/FloatingLabels.h"
 #include "graphics/GraphCanvas.h"
 #include "platform/CommandGuard.h"
@@ -73,6 +74,8 @@ GRAPHER::~GRAPHER()
 void GRAPHER::showScreen()
 {
     const bool first = !isVisible();
+    if (first)
+        fitToDisplay(*this);
     show();
     raise();
     activateWindow();

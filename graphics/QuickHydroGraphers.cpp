@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "graphics/QuickHydroGraphers.h"
 
+#include "deck/ScreenWindow.h"
 #include "graphics/HydroGrapher_QuickHydroGrapher.h"
 
-#include <QScreen>
-
-#include <algorithm>
+#include <QPoint>
 
 namespace kalvo {
 namespace {
@@ -13,7 +12,6 @@ namespace {
 constexpr int kStep = 28; ///< pixels, so that no window hides the title of another
 constexpr int kMostSteps = 8;
 constexpr int kFirstPlace = 60; ///< pixels from the corner of the screen
-constexpr int kTitleBar = 36;   ///< pixels that the desktop's frame takes, about
 
 } // namespace
 
@@ -32,10 +30,7 @@ void QuickHydroGraphers::open(const FlexGrid& table, const QString& flowUnit)
     auto* window = new HydroGrapher(m_services);
     m_list.emplace_back(window);
     const int way = kFirstPlace + kStep * (hydroGrapherIndex++ % kMostSteps);
-    const QRect room = window->screen()->availableGeometry();
-    const QSize spare = room.size() - window->size() - QSize(0, kTitleBar);
-    window->move(room.topLeft() + QPoint(std::clamp(way, 0, std::max(0, spare.width())),
-                                         std::clamp(way, 0, std::max(0, spare.height()))));
+    placeOnDisplay(*window, QPoint(way, way));
     window->show();
     window->raise();
     window->activateWindow();

@@ -15,6 +15,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QScreen>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -200,6 +201,8 @@ TEST_F(QuickGraph, SeveralStandOpenAndGoTogether)
     EXPECT_EQ(chartOf(first).series().size(), 2);
     EXPECT_EQ(chartOf(first).series()[0].y[0], 1.0) << "it keeps what it was given";
     EXPECT_EQ(chartOf(second).series()[0].y[0], 999.0);
+    EXPECT_NE(second.pos(), first.pos());
+    EXPECT_TRUE(second.screen()->availableGeometry().contains(second.geometry())) << "as small as the display is";
     trigger(first, "mnu_quit");
     EXPECT_EQ(quick.hydroGraphers(), std::vector<HydroGrapher*>{&second});
     open();
