@@ -58,15 +58,19 @@ QByteArray peakFileText(const FlexGrid& peakTable, const RunCounts& counts)
 QStringList peakFileLosses(const FlexGrid& peakTable)
 {
     QStringList losses;
+    bool hasStation = false;
     for (int row = 1; row < peakTable.rows(); ++row) {
         const QStringList cells = peakTable.rowTexts(row);
         const QString name = cells.value(0);
+        hasStation = hasStation || !name.isEmpty();
         const QString where = QStringLiteral("Row %1 (%2): ").arg(row).arg(name);
         if (hasGap(cells))
             losses += where + QStringLiteral("the peaks behind an empty cell are left out");
         if (name.contains(QLatin1Char(',')) || name.contains(QLatin1Char('"')) || name.contains(QLatin1Char('\t')))
             losses += where + QStringLiteral("the name is read as more than one item");
     }
+    if (!hasStation)
+        losses += QStringLiteral("The table holds no peaks: the run was not read to its end");
     return losses;
 }
 

@@ -16,7 +16,8 @@ namespace kalvo {
 QByteArray peakFileText(const FlexGrid& peakTable, const RunCounts& counts);
 
 /// What a reader of that file will not find again: rows with an empty cell ahead of a filled one lose what is behind
-/// it, and a comma, a quote or a TAB in a name makes two names of one. One line for each row; empty when all is well.
+/// it, and a comma, a quote or a TAB in a name makes two names of one. A reading that failed leaves a table without
+/// stations. One line for each row; empty when all is well.
 QStringList peakFileLosses(const FlexGrid& peakTable);
 
 /// `newSavePeaks`: asks for a name and writes the table of peaks with the counts of the run that filled it. What was in

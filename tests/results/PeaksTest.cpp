@@ -60,6 +60,7 @@ TEST_F(Peaks, TheFirstEmptyCellEndsALine)
     EXPECT_TRUE(peakFileText(table(), desk.tables().tableCounts).endsWith("\r\nA\t1\t\r\n"));
     table().setTextMatrix(1, 0, "");
     EXPECT_TRUE(peakFileText(table(), desk.tables().tableCounts).endsWith("\r\n 1 \r\n\r\n"));
+    EXPECT_TRUE(peakFileLosses(table()).last().contains("holds no peaks")) << "as after a reading that failed";
 }
 
 TEST_F(Peaks, WhatTheFileCannotKeepIsTold)
