@@ -9,6 +9,7 @@
 #include <map>
 #include <string>
 #include <string_view>
+#include <tuple>
 
 namespace kalvo {
 namespace {
@@ -45,9 +46,9 @@ private:
     std::vector<ReportRain> m_tables;
     ReportRain m_next;
     bool m_hasHeading = false, m_inTable = false;
-    double m_ratio = 1.0, m_area = 0.0;
-    std::map<QString, std::vector<double>> m_areas;                  ///< of each station
-    std::map<std::pair<QString, int>, std::vector<double>> m_ratios; ///< of each station and plan
+    double m_area = 0.0;
+    std::map<QString, std::vector<double>> m_areas;         ///< of each station
+    std::map<std::tuple<QString, int, int>, int> m_printed; ///< tables of each station, plan and JD so far
 };
 
 void RainReader::takeHeading(std::string_view line)
@@ -58,13 +59,11 @@ void RainReader::takeHeading(std::string_view line)
         const std::string_view name = trimmed(line.substr(kAtStation.size()));
         m_next.station = QString::fromLatin1(name.data(), static_cast<qsizetype>(name.size()));
         m_hasHeading = true;
-        m_ratio = 1.0;
         m_area = 0.0;
     } else if (line.find("HYDROGRAPH ") != std::string_view::npos) {
         m_hasHeading = false; // diverted, pumped, interpolated, combined by other words: no rain falls there
-    } else if (const size_t ratio = line.find("RATIO ="); line.starts_with("PLAN") && ratio != std::string_view::npos) {
+    } else if (line.starts_with("PLAN") && line.find("RATIO =") != std::string_view::npos) {
         m_next.plan = std::max(1, static_cast<int>(leadingNumber(line.substr(4))));
-        m_ratio = leadingNumber(line.substr(ratio + 7));
     } else if (line.starts_with("TRANSPOSITION AREA")) {
         m_area = leadingNumber(line.substr(18));
     }
@@ -73,8 +72,9 @@ void RainReader::takeHeading(std::string_view line)
 void RainReader::begin()
 {
     m_inTable = true;
-    m_next.ratio = orderOf(m_ratios[{m_next.station, m_next.plan}], m_ratio);
     m_next.jd = orderOf(m_areas[m_next.station], m_area);
+    // By their order, not by the ratio that is printed: two ratios may be equal.
+    m_next.ratio = ++m_printed[{m_next.station, m_next.plan, m_next.jd}];
     m_tables.push_back(m_next);
 }
 
