@@ -32,19 +32,19 @@ bool FloatingMover::eventFilter(QObject*, QEvent* event)
 {
     if (event->type() == QEvent::KeyPress)
         return takeKey(*static_cast<QKeyEvent*>(event));
-    const auto* mouse = static_cast<QMouseEvent*>(event);
+    const auto mouse = [event]() -> const QMouseEvent& { return *static_cast<QMouseEvent*>(event); };
     switch (event->type()) {
     case QEvent::MouseButtonDblClick:
         m_isDown = false;
         Q_EMIT stuck();
         return true;
     case QEvent::MouseButtonPress:
-        m_isDown = mouse->button() == Qt::LeftButton;
+        m_isDown = mouse().button() == Qt::LeftButton;
         m_isMoving = false;
-        m_pressedAt = mouse->position().toPoint();
+        m_pressedAt = mouse().position().toPoint();
         return false;
     case QEvent::MouseMove: {
-        const QPoint way = mouse->position().toPoint() - m_pressedAt;
+        const QPoint way = mouse().position().toPoint() - m_pressedAt;
         m_isMoving = m_isDown && (m_isMoving || way.manhattanLength() >= QApplication::startDragDistance());
         if (m_isMoving)
             moveTo(m_moved.pos() + way);

@@ -68,7 +68,8 @@ GRAPHER::GRAPHER(std::shared_ptr<ResultDesk> desk, GraphSources sources)
 
 GRAPHER::~GRAPHER()
 {
-    delete takeCentralWidget(); // ahead of the grid that the legend shows
+    fg->viewport()->removeEventFilter(this); // events come to it while its legend is taken down
+    delete takeCentralWidget();              // ahead of the grid that the legend shows
 }
 
 void GRAPHER::showScreen()

@@ -44,7 +44,7 @@ TEST_F(CardRulerTest, NamesTheFieldsOfTheCardUnderTheCursor)
     }
     for (const int row : {1, 6, 8, 10}) { // text, comment, no fields: the card in words
         grid.setCursor(row, 3);
-        const CardRuler::Span& note = bar().ruler().spans.back();
+        const CardRuler::Span note = bar().ruler().spans.back(); // a copy: the ruler is made for the call
         EXPECT_TRUE(note.isNote && note.text == page.catalogue.getcarddescription(page.deck.id(row)));
         EXPECT_FALSE(note.text.isEmpty());
     }
