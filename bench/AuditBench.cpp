@@ -1,15 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The audit of a deck and its marks at 500, 5,000 and 50,000 cards, beside the bare limit: every cell of the grid read
 // once. The whole command shows its list and the grid besides.
+#include "bench/BenchServices.h"
 #include "deck/CardMarks.h"
 #include "deck/Form2_Audit.h"
 #include "deck/Workspace.h"
 #include "platform/FlexGridView.h"
-#include "platform/QtChildProcess.h"
-#include "platform/QtClipboard.h"
-#include "platform/QtClock.h"
-#include "platform/QtDialogs.h"
-#include "platform/QtTextMeasure.h"
 
 #include <QApplication>
 #include <QTemporaryDir>
@@ -36,16 +32,8 @@ QStringList cardsOf(int count, bool good)
     return cards;
 }
 
-struct Page
+struct Page : BenchServices<>
 {
-    QTemporaryDir directory;
-    QtDialogs dialogs;
-    QtClipboard clipboard;
-    QtClock clock;
-    QtChildProcess process;
-    ProgramFolder folder{directory.path(), {}};
-    QtTextMeasure measure{QApplication::font()};
-    Services services{dialogs, clipboard, clock, process, folder, measure};
     Screens screens;
     Workspace page{services, screens};
     FlexGridView view{page.deck.Grid1};
@@ -123,13 +111,3 @@ void restoreOfColouredDeck(benchmark::State& state)
 BENCHMARK(restoreOfColouredDeck)->Apply(sizes);
 
 } // namespace
-
-int main(int argc, char** argv)
-{
-    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
-}

@@ -2,15 +2,11 @@
 // Opening and saving a deck of 5,000 cards, each beside its bare limit: the bytes read and cut into lines and fields
 // without a grid, and the same bytes written without asking the grid for them. Then what happens behind the user's
 // back: the copy for the case of a crash, and the look at the deck's file.
+#include "bench/BenchServices.h"
 #include "deck/Deck.h"
 #include "deck/DeckFile.h"
 #include "deck/FileCommands.h"
 #include "platform/FlexGridView.h"
-#include "platform/QtChildProcess.h"
-#include "platform/QtClipboard.h"
-#include "platform/QtClock.h"
-#include "platform/QtDialogs.h"
-#include "platform/QtTextMeasure.h"
 #include "platform/text.h"
 
 #include <QApplication>
@@ -42,16 +38,8 @@ QByteArray deckText()
 }
 
 /// A main screen without its controls: the deck, its commands and the grid on a window of usual size.
-struct Page
+struct Page : BenchServices<>
 {
-    QTemporaryDir directory;
-    QtDialogs dialogs;
-    QtClipboard clipboard;
-    QtClock clock;
-    QtChildProcess process;
-    ProgramFolder folder{directory.path(), {}};
-    QtTextMeasure measure{QApplication::font()};
-    Services services{dialogs, clipboard, clock, process, folder, measure};
     StatusPanels panels;
     Commands commands;
     Screens screens;
@@ -153,13 +141,3 @@ void bareRead(benchmark::State& state)
 BENCHMARK(bareRead)->Unit(benchmark::kMillisecond);
 
 } // namespace
-
-int main(int argc, char** argv)
-{
-    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
-}

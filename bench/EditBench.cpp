@@ -1,12 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The editing commands on decks of 500, 5,000 and 50,000 cards, with undo, in a grid on a window of usual size. The
 // bare limit of a row command is to write the line number of every row below the place.
+#include "bench/BenchServices.h"
 #include "deck/Workspace.h"
 #include "platform/FlexGridView.h"
-#include "platform/QtChildProcess.h"
-#include "platform/QtClock.h"
-#include "platform/QtDialogs.h"
-#include "platform/QtTextMeasure.h"
 
 #include <QApplication>
 #include <QTemporaryDir>
@@ -36,16 +33,8 @@ public:
     Button message(const MessageBox&) override { return Button::Ok; }
 };
 
-struct Page
+struct Page : BenchServices<AlwaysOk, TextClipboard>
 {
-    QTemporaryDir directory;
-    AlwaysOk dialogs;
-    TextClipboard clipboard;
-    QtClock clock;
-    QtChildProcess process;
-    ProgramFolder folder{directory.path(), {}};
-    QtTextMeasure measure{QApplication::font()};
-    Services services{dialogs, clipboard, clock, process, folder, measure};
     Screens screens;
     Workspace page{services, screens};
     FlexGrid& grid = page.deck.Grid1;
@@ -234,13 +223,3 @@ BENCHMARK(fitBoth) KALVO_SIZES;
 BENCHMARK(boldAll) KALVO_SIZES;
 
 } // namespace
-
-int main(int argc, char** argv)
-{
-    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
-}

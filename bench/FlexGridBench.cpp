@@ -188,12 +188,3 @@ BENCHMARK(BM_HideEveryOtherRow_ShownDeck)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Frame)->Args({60, 30})->Args({2001, 3002})->Unit(benchmark::kMillisecond);
 
 } // namespace
-
-int main(int argc, char* argv[])
-{
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
-}

@@ -2,13 +2,9 @@
 // From the Graph command to the first picture of a run of 60 MB, beside the reader alone; the same with 3,000 stations
 // in the list; what a curve costs, and 60 of them, on a plain and on a fine screen. Flows without any order are the
 // worst case, a flood wave is what users have.
+#include "bench/BenchServices.h"
 #include "bench/LargeTape.h"
 #include "graphics/GraphScreens.h"
-#include "platform/QtChildProcess.h"
-#include "platform/QtClipboard.h"
-#include "platform/QtClock.h"
-#include "platform/QtDialogs.h"
-#include "platform/QtTextMeasure.h"
 #include "platform/text.h"
 #include "run/GraphCommand.h"
 #include "run/Tape21Tables.h"
@@ -49,15 +45,8 @@ const RunThatEnded& run(int stations)
     return runs.try_emplace(stations, stations, 3000 / stations).first->second;
 }
 
-struct Page
+struct Page : BenchServices<>
 {
-    QtDialogs dialogs;
-    QtClipboard clipboard;
-    QtClock clock;
-    QtChildProcess process;
-    ProgramFolder folder;
-    QtTextMeasure measure{QApplication::font()};
-    Services services{dialogs, clipboard, clock, process, folder, measure};
     Screens screens;
     std::shared_ptr<ResultTables> tables = std::make_shared<ResultTables>();
     std::shared_ptr<ResultDesk> desk = std::make_shared<ResultDesk>(services, screens, tables);
@@ -66,7 +55,7 @@ struct Page
     RunState state;
     GraphCommand command{services, commands, panels, screens, *tables, state};
 
-    explicit Page(const QString& path) : folder(path, {})
+    explicit Page(const QString& path) : BenchServices(path)
     {
         tables->follow(screens);
         registerGrapher(screens, desk, {});

@@ -1,11 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What the viewer of hydrographs and the centers of mass cost with 3,000 hydrographs of 2,001 ordinates. Beside the
 // centers stands one pass over the bare numbers, beside a frame of the viewer one of a table of 10 x 10.
-#include "platform/QtChildProcess.h"
-#include "platform/QtClipboard.h"
-#include "platform/QtClock.h"
-#include "platform/QtDialogs.h"
-#include "platform/QtTextMeasure.h"
+#include "bench/BenchServices.h"
 #include "platform/ResultGrid.h"
 #include "platform/text.h"
 #include "results/CenterOfMass.h"
@@ -108,7 +104,7 @@ void BM_HydFile_WholeTable(benchmark::State& state)
 }
 
 /// The viewer with a table of so many rows and columns, in a window that shows ten of each.
-struct Viewer
+struct Viewer : BenchServices<>
 {
     Viewer(int rows, int cols)
     {
@@ -120,13 +116,6 @@ struct Viewer
     FlexGrid& table() { return desk->tables().hydrographTable; }
     QWidget& cells() { return *screen.findChild<ResultGrid*>()->viewport(); }
 
-    QtDialogs dialogs;
-    QtClipboard clipboard;
-    QtClock clock;
-    QtChildProcess process;
-    QtTextMeasure measure{QApplication::font()};
-    ProgramFolder folder{QString(), {}};
-    Services services{dialogs, clipboard, clock, process, folder, measure};
     Screens screens;
     std::shared_ptr<ResultDesk> desk =
         std::make_shared<ResultDesk>(services, screens, std::make_shared<ResultTables>());

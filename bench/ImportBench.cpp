@@ -1,14 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Free format decks and decks to import from, of 500, 5,000 and 50,000 cards: from the file to the grid that the user
 // sees, and back to text. The bare limit is to part the file's bytes into lines.
+#include "bench/BenchServices.h"
 #include "deck/DeckFile.h"
 #include "deck/FreeFormatDesk.h"
 #include "deck/ImportDeck.h"
-#include "platform/QtChildProcess.h"
-#include "platform/QtClipboard.h"
-#include "platform/QtClock.h"
-#include "platform/QtDialogs.h"
-#include "platform/QtTextMeasure.h"
 #include "platform/text.h"
 
 #include <QApplication>
@@ -66,16 +62,8 @@ public:
     }
 };
 
-struct Place
+struct Place : BenchServices<OneFile>
 {
-    QTemporaryDir directory;
-    OneFile dialogs;
-    QtClipboard clipboard;
-    QtClock clock;
-    QtChildProcess process;
-    ProgramFolder folder{directory.path(), {}};
-    QtTextMeasure measure{QApplication::font()};
-    Services services{dialogs, clipboard, clock, process, folder, measure};
     Screens screens;
     RecentFiles recent{services};
     QByteArray bytes;
@@ -160,13 +148,3 @@ BENCHMARK(importOtherDeck) KALVO_SIZES;
 BENCHMARK(deckAsDelimitedText) KALVO_SIZES;
 
 } // namespace
-
-int main(int argc, char** argv)
-{
-    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
-}

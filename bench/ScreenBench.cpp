@@ -3,14 +3,10 @@
 // over decks of 500 to 50,000 (with its undo level, colours, and the paint), one step of the cursor, and the start of
 // the program to its first paint. Beside them the same repaint with nothing to do, and a program that only opens a
 // window, as bare limits.
+#include "bench/BenchServices.h"
 #include "deck/Form1_MainScreen.h"
 #include "deck/Workspace.h"
 #include "platform/FlexGridView.h"
-#include "platform/QtChildProcess.h"
-#include "platform/QtClipboard.h"
-#include "platform/QtClock.h"
-#include "platform/QtDialogs.h"
-#include "platform/QtTextMeasure.h"
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -35,22 +31,14 @@ QByteArray deckText(int cards)
     return text + "ZZ\r\n";
 }
 
-struct MainWindow
+struct MainWindow : BenchServices<>
 {
-    QTemporaryDir directory;
-    QtDialogs dialogs;
-    QtClipboard clipboard;
-    QtClock clock;
-    QtChildProcess process;
-    ProgramFolder folder{directory.path(), {QStringLiteral(KALVO_BIN_DIR)}};
-    QtTextMeasure measure{QApplication::font()};
-    Services services{dialogs, clipboard, clock, process, folder, measure};
     Screens screens;
     Workspace page{services, screens};
     Form1 form{page};
     QString path = directory.filePath(QStringLiteral("deck.dat"));
 
-    explicit MainWindow(int cards = kCards)
+    explicit MainWindow(int cards = kCards) : BenchServices({}, {QStringLiteral(KALVO_BIN_DIR)})
     {
         if (!writeFile(path, deckText(cards)))
             qFatal("cannot write %s", qPrintable(path));
@@ -155,12 +143,3 @@ BENCHMARK(processAlone)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(startToFirstPaint)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 } // namespace
-
-int main(int argc, char* argv[])
-{
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
-}

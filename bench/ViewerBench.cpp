@@ -2,12 +2,8 @@
 // The output viewer over a report of 100 MB: from asking for it to the first screen, its outline, what it holds in
 // memory, a search to the end; and the shrink of 200,000 lines. Beside them the file read and walked over once, as bare
 // limits.
+#include "bench/BenchServices.h"
 #include "platform/LargeTextView.h"
-#include "platform/QtChildProcess.h"
-#include "platform/QtClipboard.h"
-#include "platform/QtClock.h"
-#include "platform/QtDialogs.h"
-#include "platform/QtTextMeasure.h"
 #include "run/Form12_OutputViewer.h"
 #include "run/OutlineDock.h"
 #include "run/ViewerScreens.h"
@@ -80,16 +76,8 @@ QByteArray largeReport()
     return text + " *** NORMAL END OF HEC-1 ***\r\n";
 }
 
-struct Viewer
+struct Viewer : BenchServices<>
 {
-    QTemporaryDir directory;
-    QtDialogs dialogs;
-    QtClipboard clipboard;
-    QtClock clock;
-    QtChildProcess process;
-    ProgramFolder folder{directory.path(), {}};
-    QtTextMeasure measure{QApplication::font()};
-    Services services{dialogs, clipboard, clock, process, folder, measure};
     Screens screens;
     QString path = directory.filePath(QStringLiteral("checky.out"));
     qsizetype size = 0;
@@ -240,12 +228,3 @@ BENCHMARK(moveTextAlone)->Unit(benchmark::kMillisecond);
 BENCHMARK(shrinkLines)->Unit(benchmark::kMillisecond);
 
 } // namespace
-
-int main(int argc, char* argv[])
-{
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
-}
