@@ -132,6 +132,8 @@ void FreeFormatDesk::convert(const QString& text)
                                                    "saved.")
                                         .arg(cards.longIdRows.size())
                                         .arg(rowList(cards.longIdRows)));
+        if (cards.overflow || !cards.longIdRows.isEmpty())
+            m_screens.show(QStringLiteral("Form7")); // a box has brought the window it came from to the front
     } catch (const std::exception& error) {
         m_services.dialogs.tell(QString::fromLocal8Bit(error.what()) +
                                 QStringLiteral(" - Improper procedure user in mnu_convert"));
