@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "deck/DiskWatch.h"
 
+#include "platform/SameFile.h"
+
 #include <QCryptographicHash>
 #include <QFileInfo>
 
@@ -16,11 +18,6 @@ constexpr qint64 kLargestDeck = qint64{64} << 20;
 QByteArray digestOf(const QByteArray& bytes)
 {
     return QCryptographicHash::hash(bytes, QCryptographicHash::Sha1);
-}
-
-bool isSameFile(const QString& one, const QString& other)
-{
-    return one == other || QFileInfo(one) == QFileInfo(other);
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 #include "deck/FileCommands.h"
 
 #include "deck/DeckFile.h"
+#include "platform/SameFile.h"
 #include "platform/text.h"
 
 #include <QDir>
@@ -38,11 +39,6 @@ QString nameBehindFolder(const QString& path)
 {
     const qsizetype mark = std::max(path.lastIndexOf(u'\\'), path.lastIndexOf(u'/'));
     return path.mid(mark + 1);
-}
-
-bool isSameFile(const QString& one, const QString& other)
-{
-    return one == other || QFileInfo(one) == QFileInfo(other);
 }
 
 QString linesText(int count)

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "deck/RecentFiles.h"
 
+#include "platform/SameFile.h"
+
 #include <QFileInfo>
 #include <QLocale>
 #include <QStringDecoder>
@@ -20,16 +22,6 @@ QStringList captionsOf(const QByteArray& bytes)
         text = QString::fromLatin1(bytes);
     text.replace(u'\r', u'\n');
     return text.split(u'\n', Qt::SkipEmptyParts);
-}
-
-/// Files that are there are compared as the system does, where letters' case and links are concerned.
-bool isSameFile(const QString& one, const QString& other)
-{
-    if (one == other)
-        return true;
-    const QFileInfo first(one);
-    const QFileInfo second(other);
-    return first.exists() && second.exists() && first == second;
 }
 
 } // namespace

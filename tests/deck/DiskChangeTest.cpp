@@ -113,6 +113,7 @@ TEST_F(DiskChange, ASaveOverItAsks)
 TEST_F(DiskChange, AFileThatIsGoneLeavesTheDeckUnsaved)
 {
     ASSERT_TRUE(QFile::remove(path));
+    EXPECT_FALSE(page.files.mayTake({services.path("also gone.dat"), {}, {}})) << "gone alike is not the same file";
     comeBack();
     EXPECT_TRUE(panel(7).contains("is no longer there"));
     EXPECT_FALSE(page.deck.dataSaved);
