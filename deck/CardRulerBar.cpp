@@ -3,6 +3,7 @@
 
 #include "deck/Catalogue.h"
 #include "deck/Deck.h"
+#include "platform/FlexGridPainter.h"
 #include "platform/FlexGridView.h"
 
 #include <QFontMetrics>
@@ -20,12 +21,6 @@ constexpr int kSideMargin = 4; ///< as the grid's own cells have
 constexpr int kRoom = 6;       ///< above and below the words together
 constexpr int kLeastWidth = 6; ///< pixels; what is narrower shows nothing
 
-QColor mixed(const QColor& a, const QColor& b, double shareOfB)
-{
-    const auto mix = [shareOfB](int x, int y) { return qRound(x + (y - x) * shareOfB); };
-    return {mix(a.red(), b.red()), mix(a.green(), b.green()), mix(a.blue(), b.blue())};
-}
-
 } // namespace
 
 CardRulerBar::CardRulerBar(const Deck& deck, const Catalogue& catalogue, const FlexGridView& view, QWidget* parent)
@@ -34,7 +29,6 @@ CardRulerBar::CardRulerBar(const Deck& deck, const Catalogue& catalogue, const F
     setObjectName(QStringLiteral("CardRulerBar"));
     setAccessibleName(tr("Fields of the current card"));
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    m_height = minimumSizeHint().height();
     const auto repaint = [this] { update(); };
     const FlexGrid& grid = deck.Grid1;
     connect(&grid, &FlexGrid::selectionChanged, this, repaint);
@@ -45,10 +39,8 @@ CardRulerBar::CardRulerBar(const Deck& deck, const Catalogue& catalogue, const F
 
 void CardRulerBar::followView()
 {
-    if (const int height = minimumSizeHint().height(); height != m_height) {
-        m_height = height;
+    if (minimumSizeHint().height() != height())
         updateGeometry();
-    }
     update();
 }
 
@@ -111,8 +103,8 @@ void CardRulerBar::paintSpan(QPainter& painter, const CardRuler::Span& span, boo
     const QColor window = palette().color(QPalette::Window);
     const QColor ink = palette().color(QPalette::WindowText);
     if (isCurrent)
-        painter.fillRect(area, mixed(window, palette().color(QPalette::Highlight), 0.35));
-    painter.fillRect(area.right(), area.top() + 3, 1, area.height() - 6, mixed(window, ink, 0.25));
+        painter.fillRect(area, blend(window, palette().color(QPalette::Highlight), 0.35));
+    painter.fillRect(area.right(), area.top() + 3, 1, area.height() - 6, blend(window, ink, 0.25));
     QFont font = m_view.font();
     font.setItalic(span.isNote);
     const QRect room = area.adjusted(kSideMargin, 0, -kSideMargin, 0);
@@ -120,7 +112,7 @@ void CardRulerBar::paintSpan(QPainter& painter, const CardRuler::Span& span, boo
     if (QFontMetrics(font).horizontalAdvance(span.text) > room.width())
         font.setBold(false); // better plain than cut
     painter.setFont(font);
-    painter.setPen(span.isNote ? mixed(ink, window, 0.25) : ink);
+    painter.setPen(span.isNote ? blend(ink, window, 0.25) : ink);
     const bool isWide = span.right > span.left;
     painter.drawText(room, (isWide ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignVCenter | Qt::TextSingleLine,
                      QFontMetrics(font).elidedText(span.text, isWide ? Qt::ElideRight : Qt::ElideMiddle, room.width()));

@@ -41,7 +41,6 @@ private:
     const Deck& m_deck;
     const Catalogue& m_catalogue;
     const FlexGridView& m_view;
-    int m_height = 0;
 };
 
 } // namespace kalvo

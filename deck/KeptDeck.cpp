@@ -40,11 +40,9 @@ QString plain(const QString& text)
     return out;
 }
 
-QByteArray checksum(QByteArrayView bytes)
+QByteArray checksum(const QByteArray& bytes)
 {
-    QCryptographicHash sum(QCryptographicHash::Sha1);
-    sum.addData(bytes);
-    return sum.result().toHex();
+    return QCryptographicHash::hash(bytes, QCryptographicHash::Sha1).toHex();
 }
 
 /// The text of a line behind its mark; none when the line does not begin with it.
@@ -106,8 +104,7 @@ QByteArray bytesOf(const KeptDeck& deck)
 std::optional<KeptDeck> keptDeckOf(const QByteArray& bytes)
 {
     const qsizetype end = bytes.lastIndexOf(kEnd);
-    if (!bytes.startsWith(kTitle) || end < 0 ||
-        bytes.mid(end) != kEnd + checksum(QByteArrayView(bytes).first(end)) + '\n')
+    if (!bytes.startsWith(kTitle) || end < 0 || bytes.mid(end) != kEnd + checksum(bytes.first(end)) + '\n')
         return std::nullopt;
     QStringList lines = QString::fromUtf8(bytes.left(end)).split(u'\n');
     lines.removeLast(); // what stands behind the last line end

@@ -11,6 +11,12 @@
 
 namespace kalvo {
 
+QColor blend(const QColor& a, const QColor& b, double shareOfB)
+{
+    const auto mix = [shareOfB](int x, int y) { return static_cast<int>(std::lround(x + (y - x) * shareOfB)); };
+    return {mix(a.red(), b.red()), mix(a.green(), b.green()), mix(a.blue(), b.blue())};
+}
+
 namespace {
 
 constexpr int kSideMargin = 4; ///< pixels between a cell's edge and its text
@@ -19,12 +25,6 @@ constexpr int kTopMargin = 2;
 QColor colorOf(Rgb color, const QColor& otherwise)
 {
     return color == Rgb::None ? otherwise : QColor(static_cast<QRgb>(color));
-}
-
-QColor blend(const QColor& a, const QColor& b, double shareOfB)
-{
-    const auto mix = [shareOfB](int x, int y) { return static_cast<int>(std::lround(x + (y - x) * shareOfB)); };
-    return {mix(a.red(), b.red()), mix(a.green(), b.green()), mix(a.blue(), b.blue())};
 }
 
 // Relative luminance and contrast ratio, W3C Web Content Accessibility Guidelines 2.1.

@@ -20,6 +20,9 @@ constexpr int pixelsOf(int twips)
     return twips < 16 ? 0 : (twips + kTwipsPerPixel / 2) / kTwipsPerPixel;
 }
 
+/// A colour between two, from all of `a` (0) to all of `b` (1).
+QColor blend(const QColor& a, const QColor& b, double shareOfB);
+
 /// Draws single cells from the grid itself: no variant, and no string beyond the cell's own, is made on the way.
 class FlexGridPainter
 {
