@@ -38,6 +38,12 @@ struct Form1Editing : MainScreen
     {
         QTest::mouseClick(dialog.findChild<QPushButton*>(QString::fromLatin1(name)), Qt::LeftButton);
     }
+    static void pressByEnter(QWidget& dialog, const char* name)
+    {
+        auto* button = dialog.findChild<QPushButton*>(QString::fromLatin1(name));
+        button->setFocus();
+        QTest::keyClick(button, Qt::Key_Return);
+    }
     using MainScreen::press;
 };
 
@@ -237,9 +243,7 @@ TEST_F(Form1Editing, FindAndReplaceStaysOpenBesideTheDeck)
     EXPECT_FALSE(screens.isLoaded("FR"));
     press(Qt::Key_R, Qt::ControlModifier);
     EXPECT_EQ(field(dialog<FR>("FR"), "Text1").text(), "") << "unloaded is forgotten";
-    auto* cancel = dialog<FR>("FR").findChild<QPushButton*>("Command3");
-    cancel->setFocus();
-    QTest::keyClick(cancel, Qt::Key_Return);
+    pressByEnter(dialog<FR>("FR"), "Command3");
     EXPECT_FALSE(screens.isLoaded("FR")) << "Enter presses the button that has the keyboard";
 }
 
@@ -278,9 +282,7 @@ TEST_F(Form1Editing, GoToHidesItselfAndGoesOnAtTheNextCall)
     EXPECT_FALSE(screens.isLoaded("frmGOTO"));
     press(Qt::Key_G, Qt::ControlModifier);
     EXPECT_EQ(field(dialog<frmGOTO>("frmGOTO"), "Text1").text(), "");
-    auto* cancel = dialog<frmGOTO>("frmGOTO").findChild<QPushButton*>("Command3");
-    cancel->setFocus();
-    QTest::keyClick(cancel, Qt::Key_Return);
+    pressByEnter(dialog<frmGOTO>("frmGOTO"), "Command3");
     EXPECT_FALSE(screens.isLoaded("frmGOTO")) << "Enter is Cancel's here, not the default's";
 }
 

@@ -39,6 +39,12 @@ struct Program
         box->selectAll();
         QTest::keyClicks(box, QString::fromLatin1(text));
     }
+    /// The same, and the copy's time has come.
+    void keep(int row, int col, const char* text)
+    {
+        type(row, col, text);
+        copy().tick();
+    }
 };
 
 struct CrashTest : testing::Test
@@ -53,17 +59,12 @@ struct CrashTest : testing::Test
     }
     QStringList copies() const { return QDir(services.directory.path()).entryList({"checkycopy*"}, QDir::Files); }
     /// Leaves the copy of a deck with one changed field behind.
-    void crashWith(const QString& path, const char* area)
-    {
-        start(path);
-        program->type(2, 2, area);
-        program->copy().tick();
-        program.reset();
-    }
     QString leave(const char* name, const char* area)
     {
         const QString path = services.put(QString::fromLatin1(name), kDeck);
-        crashWith(path, area);
+        start(path);
+        program->keep(2, 2, area);
+        program.reset();
         return path;
     }
     void save(const QString& path)
@@ -133,20 +134,17 @@ TEST_F(CrashTest, ACopyIsWrittenOnlyWhenTheDeckIsAnotherOneAndGoesWhenNothingWou
 {
     const QString path = services.put("storm.dat", kDeck);
     start(path);
-    program->type(2, 2, "7.25");
-    program->copy().tick();
+    program->keep(2, 2, "7.25");
     const QByteArray kept = services.bytes("checkycopy1.dat");
     services.clock.setNow(services.clock.now().addDays(1));
     program->page.deck.noteChange();
     EXPECT_TRUE(program->copy().isArmed());
     program->copy().tick();
     EXPECT_EQ(services.bytes("checkycopy1.dat"), kept) << "the same cards";
-    program->type(2, 2, "1.5");
-    program->copy().tick();
+    program->keep(2, 2, "1.5");
     EXPECT_EQ(copies(), QStringList()) << "back to what the file holds";
 
-    program->type(2, 2, "2.5");
-    program->copy().tick();
+    program->keep(2, 2, "2.5");
     services.dialogs.willAnswer(Button::No);
     EXPECT_TRUE(program->form.close());
     EXPECT_EQ(copies(), QStringList()) << "closed in the usual way";
@@ -178,12 +176,10 @@ TEST_F(CrashTest, NobodyIsAskedAboutWhatIsSafeOrBelongsToALivingProgram)
     EXPECT_EQ(copies(), QStringList());
 
     services.put("checkycopy4.dat", "cut off in the mid");
-    program->type(1, 1, "KK");
-    program->copy().tick();
+    program->keep(1, 1, "KK");
     Program second(services); // asks nobody
     EXPECT_EQ(copies().filter(".dat"), QStringList({"checkycopy1.dat", "checkycopy1.dat.lock", "checkycopy4.dat.bad"}));
-    second.type(1, 1, "ID");
-    second.copy().tick();
+    second.keep(1, 1, "ID");
     EXPECT_TRUE(second.copy().path().endsWith("checkycopy2.dat"));
 }
 
@@ -193,8 +189,7 @@ TEST_F(CrashTest, EachPageTakesOneAndTheRestWaitsForTheNextStart)
     std::vector<std::unique_ptr<Program>> dying;
     for (const char* name : {"a.dat", "b.dat", "c.dat"}) {
         dying.push_back(std::make_unique<Program>(services, services.put(QString::fromLatin1(name), kDeck)));
-        dying.back()->type(2, 2, "7.25");
-        dying.back()->copy().tick();
+        dying.back()->keep(2, 2, "7.25");
     }
     dying.clear();
     const QString other = services.put("other.dat", kDeck);
@@ -218,8 +213,7 @@ TEST_F(CrashTest, AFolderThatTakesNothingIsToldOnceAndKeepsNobodyFromTyping)
 {
     start();
     services.directory.remove();
-    program->type(1, 1, "KK");
-    program->copy().tick();
+    program->keep(1, 1, "KK");
     EXPECT_TRUE(program->page.panels.text(7).startsWith("No recovery copy of this deck could be kept"));
     program->type(1, 2, "OUT");
     program->page.panels.set(7, "next");
@@ -249,8 +243,7 @@ TEST_F(CrashTest, AKilledProgramGivesItsCopyAwayAndALivingOneDoesNot)
 TEST_F(CrashTest, AnOwnerThatDiedUnderTheSameProcessNumberIsDead)
 {
     start();
-    program->type(1, 1, "KK");
-    program->copy().tick();
+    program->keep(1, 1, "KK");
     EXPECT_TRUE(leftDecks(services).empty());
     const QByteArray owner = services.bytes("checkycopy1.dat.lock");
     EXPECT_TRUE(owner.startsWith(QByteArray::number(QCoreApplication::applicationPid()))) << owner.toStdString();
