@@ -89,7 +89,9 @@ public:
     QString currentFilePath; ///< full path, empty for a deck that has none
     /// The user's file that a recovered deck was once read from: what Save offers, and no more than that.
     QString offeredFilePath;
-    bool dataSaved = true;   ///< no change since start, new or open
+    /// The user's file that this deck belongs to, read or only offered; empty when it has neither.
+    const QString& usersFilePath() const { return currentFilePath.isEmpty() ? offeredFilePath : currentFilePath; }
+    bool dataSaved = true; ///< no change since start, new or open
     /// The user's file that a save had to leave cut off at a long ID. Its former text stays as NAME.bak until a save of
     /// it is whole.
     QString cutOffFile;

@@ -371,7 +371,7 @@ bool FileCommands::saveashec1()
 std::optional<QString> FileCommands::nameToSave(const FileDialog& asked)
 {
     FileDialog dialog = asked;
-    dialog.initialName = m_deck.currentFilePath.isEmpty() ? m_deck.offeredFilePath : m_deck.currentFilePath;
+    dialog.initialName = m_deck.usersFilePath();
     dialog.defaultExtension = QStringLiteral("dat");
     dialog.overwritePrompt = true;
     for (;;) {

@@ -53,8 +53,7 @@ void RecoveryCopy::tick()
         drop();
         return;
     }
-    const QString path = m_deck.currentFilePath.isEmpty() ? m_deck.offeredFilePath : m_deck.currentFilePath;
-    const KeptDeck now{path, m_deck.services().clock.now(), cardsOf(m_deck)};
+    const KeptDeck now{m_deck.usersFilePath(), m_deck.services().clock.now(), cardsOf(m_deck)};
     if (!m_file || now.cards != m_written.cards || now.path != m_written.path)
         write(now);
 }

@@ -5,7 +5,6 @@
 #include "deck/KeptDeck.h"
 #include "platform/OwnedFile.h"
 
-#include <QByteArray>
 #include <QObject>
 #include <QTimer>
 
@@ -29,8 +28,7 @@ public:
     /// @param differsFromFile says whether a save of the deck would write what its file does not hold.
     RecoveryCopy(Deck& deck, std::function<bool()> differsFromFile, QObject* parent = nullptr);
 
-    /// A change was made or a key typed: arms the timer.
-    void touch();
+    /// A change was made, and its copy is to come.
     bool isArmed() const { return m_timer.isActive(); }
     /// Brings the copy up to the deck as it stands, or takes it away. The timer calls it.
     void tick();
@@ -42,6 +40,7 @@ public:
     QString path() const { return m_file ? m_file->path() : QString(); }
 
 private:
+    void touch();
     void write(const KeptDeck& deck);
     void tellOnce(const QString& why);
 
