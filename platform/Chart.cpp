@@ -210,7 +210,7 @@ void Chart::setTimeRange(ChartRange range)
     if (!std::isfinite(range.size()) || range.size() < 1e-6 * whole.size() || range.size() > 1e3 * whole.size())
         return;
     m_plot->setTimeRange(range);
-    afterView();
+    m_isWhole = false;
 }
 
 void Chart::setValueRange(ChartRange range)
@@ -223,13 +223,7 @@ void Chart::setValueRange(ChartRange range)
     if (!std::isfinite(range.size()) || !isPossible)
         return;
     m_plot->setValueRange(range);
-    afterView();
-}
-
-void Chart::afterView()
-{
     m_isWhole = false;
-    Q_EMIT viewChanged();
 }
 
 void Chart::showWhole()
@@ -237,7 +231,6 @@ void Chart::showWhole()
     m_plot->setTimeRange(wholeTimeRange(m_series, m_rain));
     m_plot->setValueRange(wholeValueRange(m_series, m_options.logValues));
     m_isWhole = true;
-    Q_EMIT viewChanged();
 }
 
 void Chart::zoom(double factor)

@@ -38,7 +38,8 @@ struct ChartOptions
 ///     auto* chart = new Chart(this);
 ///     chart->setAxisTitles("Time", "hours", "Flow", "cfs");
 ///     chart->setSeries({{"SITE  1  1  1", hours, flows}});
-///     chart->save(path);                       // by its ending; tells why not
+///     QString why;
+///     const QByteArray png = chart->picture(PictureKind::Png, why);
 /// @endcode
 class Chart : public QWidget
 {
@@ -86,7 +87,6 @@ public:
     void setTimeRange(ChartRange range);
     void setValueRange(ChartRange range);
     void showWhole();
-    bool isWhole() const { return m_isWhole; }
     /// Shows `factor` times as much about the middle.
     void zoom(double factor);
 
@@ -117,7 +117,6 @@ Q_SIGNALS:
     void selectionChanged(int series);
     void excludedChanged();
     void titleEdited(const QString& title);
-    void viewChanged();
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
@@ -135,7 +134,6 @@ private:
     bool isPoint(ChartPoint point) const;
     void takePalette();
     void showReadOut();
-    void afterView();
     void closeTitleEditor(bool take);
     void click(QPoint place);
     void dragTo(QPoint place);

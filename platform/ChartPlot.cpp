@@ -22,11 +22,7 @@ constexpr double kRainShare = 0.3;     ///< of the flow panel's height
 class PlainTicker : public QCPAxisTicker
 {
 protected:
-    QString getTickLabel(double tick, const QLocale&, QChar, int) override
-    {
-        // A tick at 0 comes as the rest of a subtraction.
-        return generalText(std::abs(tick) < 1e-9 * m_step ? 0.0 : roundHalfEven(tick, 12));
-    }
+    QString getTickLabel(double tick, const QLocale&, QChar, int) override { return tickLabel(tick, m_step); }
     double getTickStep(const QCPRange& range) override { return m_step = QCPAxisTicker::getTickStep(range); }
     double m_step = 1.0;
 };
@@ -355,15 +351,11 @@ void ChartPlot::addLegend()
     m_table->setLayer(QStringLiteral("legend"));
     plotLayout()->setColumnStretchFactor(0, 1.0);
     plotLayout()->setColumnStretchFactor(1, 0.001);
-    fillLegend(*m_table, rows, columns);
+    fillLegend(*m_table, rows * columns, count);
 }
 
-void ChartPlot::fillLegend(QCPLegend& table, int rows, int columns)
+void ChartPlot::fillLegend(QCPLegend& table, int room, int count)
 {
-    int count = 0;
-    for (const ChartSeries& one : m_series)
-        count += one.excluded ? 0 : 1;
-    const int room = rows * columns;
     const QFontMetrics measure(table.font());
     for (int s = 0; s < m_graphs.size(); ++s) {
         if (m_series[s].excluded)

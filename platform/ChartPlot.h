@@ -50,7 +50,7 @@ protected:
 
 private:
     void layOut();
-    void fillLegend(QCPLegend& table, int rows, int columns);
+    void fillLegend(QCPLegend& table, int room, int count);
     void addLegend();
     void buildCrosshair();
     void colorAxis(QCPAxis& axis);

@@ -226,12 +226,16 @@ double hourTickStep(double rangeHours, int wantedTicks)
     return *std::lower_bound(kSteps.begin(), kSteps.end(), wanted);
 }
 
+QString tickLabel(double value, double step)
+{
+    return generalText(std::abs(value) < 1e-9 * step ? 0.0 : roundHalfEven(value, 12));
+}
+
 QString hourTickLabel(double hours, double step)
 {
     constexpr double kMinute = 1.0 / 60.0;
     if (step < 0.99 * kMinute || step >= 1.0)
-        // A tick at 0 comes as the rest of a subtraction.
-        return generalText(std::abs(hours) < 1e-9 * step ? 0.0 : roundHalfEven(hours, 12));
+        return tickLabel(hours, step);
     const qint64 minutes = std::llround(std::abs(hours) * 60.0);
     return QStringLiteral("%1%2:%3")
         .arg(hours < 0.0 && minutes > 0 ? QStringLiteral("-") : QString(), QString::number(minutes / 60))

@@ -121,6 +121,8 @@ ChartPoint acrossSeries(const QVector<ChartSeries>& all, ChartPoint from, int st
 
 /// Distance of ticks that reads well for times in hours: 1, 2, 3, 6, 12 hours, whole days, or round minutes.
 double hourTickStep(double rangeHours, int wantedTicks);
+/// Text of a tick as a plain number. A tick at 0 comes as the rest of a subtraction, which `step` tells from a value.
+QString tickLabel(double value, double step);
 /// Text of a tick at `hours`: a plain number, or "1:40" where ticks stand whole minutes apart and a part of an hour
 /// would have digits without end.
 QString hourTickLabel(double hours, double step);

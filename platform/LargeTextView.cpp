@@ -80,7 +80,6 @@ void LargeTextView::refresh()
     m_wishedColumn = cellOf(m_caret).column;
     measure();
     viewport()->update();
-    Q_EMIT selectionChanged();
 }
 
 void LargeTextView::setPlaceholder(const QString& words)
@@ -115,7 +114,6 @@ void LargeTextView::setSelLength(qsizetype count)
     m_anchor = SelStart();
     m_caret = std::clamp<qsizetype>(m_anchor + std::max<qsizetype>(count, 0), 0, m_text.length());
     viewport()->update();
-    Q_EMIT selectionChanged();
 }
 
 void LargeTextView::select(qsizetype start, qsizetype count)
@@ -137,7 +135,6 @@ void LargeTextView::moveCaret(qsizetype position, bool selects)
     m_wishedColumn = cellOf(m_caret).column;
     showCaret();
     viewport()->update();
-    Q_EMIT selectionChanged();
 }
 
 LargeTextView::Cell LargeTextView::cellOf(qsizetype position) const

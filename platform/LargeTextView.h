@@ -59,7 +59,6 @@ public:
 Q_SIGNALS:
     /// The pop-up menu is wanted, at a point of the whole screen.
     void contextMenuAsked(const QPoint& globalPoint);
-    void selectionChanged();
     void topLineChanged(qsizetype line);
 
 protected:

@@ -33,7 +33,6 @@ void LargeTextView::keyPressEvent(QKeyEvent* event)
         m_anchor = 0;
         m_caret = m_text.length();
         viewport()->update();
-        Q_EMIT selectionChanged();
         return;
     }
     if (!moveByKey(*event, event->modifiers() & Qt::ShiftModifier))
