@@ -17,11 +17,6 @@ namespace {
 constexpr qint64 kLargeFile = 2'400'000; ///< bytes; up to here no question is asked
 constexpr int kGridColumns = 7;
 
-QString latin1(std::string_view bytes)
-{
-    return QString::fromLatin1(bytes.data(), static_cast<qsizetype>(bytes.size()));
-}
-
 /// Where `words` stand in the text, from 0. A hit closer than 25 characters behind the last one is passed over.
 std::vector<size_t> positionsOf(std::string_view text, std::string_view words)
 {
@@ -74,7 +69,9 @@ QStringList jumpEntries(std::string_view text)
     const std::vector<size_t> areas = positionsOf(text, "LOW AREA=");
     const std::vector<size_t> ratios = positionsOf(text, "RATIO");
     // A label starts at a position that counts from 1: one character ahead of where the search found the words.
-    const auto label = [text](size_t position, size_t length) { return latin1(text.substr(position - 1, length)); };
+    const auto label = [text](size_t position, size_t length) {
+        return QString::fromLatin1(text.substr(position - 1, length));
+    };
     QStringList entries;
     for (size_t i = 0; i < areas.size() && i < ratios.size(); ++i) {
         if (areas[i] <= kStationLength || ratios[i] == 0)
@@ -113,7 +110,7 @@ GridFill fillRoutingGrid(FlexGrid& grid, const QString& path, int mostLines)
     const bool wasRead = forEachReportLine(path, [&](std::string_view line) {
         isCut = lines.size() >= mostLines;
         if (!isCut)
-            lines << columnsByTabs(latin1(line));
+            lines << columnsByTabs(QString::fromLatin1(line));
         return !isCut;
     });
     const FlexGrid::Bulk bulk(grid);

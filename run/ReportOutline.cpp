@@ -50,17 +50,13 @@ std::string_view stationBox(std::string_view words)
     return rest.starts_with('*') ? rest.substr(1) : std::string_view();
 }
 
-QString latin1(std::string_view text)
-{
-    return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
-}
-
 QString stationTitle(std::string_view words)
 {
     const std::string_view box = stationBox(words);
     const size_t star = box.find('*');
-    const QString name = latin1(trimmed(box.substr(0, star)));
-    const QString text = star == std::string_view::npos ? QString() : latin1(trimmed(box.substr(star + 1)));
+    const QString name = QString::fromLatin1(trimmed(box.substr(0, star)));
+    const QString text =
+        star == std::string_view::npos ? QString() : QString::fromLatin1(trimmed(box.substr(star + 1)));
     return text.isEmpty() ? name : name + QStringLiteral("  ") + text;
 }
 
@@ -68,12 +64,12 @@ QString stationTitle(std::string_view words)
 QString rowTitle(const TextBuffer& report, const OutlineEntry& entry, std::string_view words)
 {
     const QByteArray below = report.line(static_cast<qsizetype>(entry.line) + 1);
-    const QString title = latin1(words);
+    const QString title = QString::fromLatin1(words);
     if (!below.startsWith('+'))
         return title;
     const std::string_view row =
         trimmed(std::string_view(below.constData(), static_cast<size_t>(below.size())).substr(1));
-    return title + u' ' + latin1(row.substr(0, row.find(' ')));
+    return title + u' ' + QString::fromLatin1(row.substr(0, row.find(' ')));
 }
 
 } // namespace
@@ -89,7 +85,8 @@ QString outlineTitle(const TextBuffer& report, const OutlineEntry& entry)
     case Kind::InputListing:
         return QStringLiteral("Input listing");
     case Kind::InputPage:
-        return QStringLiteral("Page") + latin1(words.substr(std::min(words.size(), words.rfind("PAGE") + 4)));
+        return QStringLiteral("Page") +
+               QString::fromLatin1(words.substr(std::min(words.size(), words.rfind("PAGE") + 4)));
     case Kind::Diagram:
         return QStringLiteral("Diagram of the stream network");
     case Kind::JobData:
@@ -97,7 +94,7 @@ QString outlineTitle(const TextBuffer& report, const OutlineEntry& entry)
     case Kind::Station:
         return stationTitle(words);
     case Kind::StationTable:
-        return latin1(words.starts_with("1 ") ? trimmed(words.substr(1)) : words);
+        return QString::fromLatin1(words.starts_with("1 ") ? trimmed(words.substr(1)) : words);
     case Kind::RunoffSummary:
         return QStringLiteral("Runoff summary");
     case Kind::PlanSummary:
@@ -106,13 +103,13 @@ QString outlineTitle(const TextBuffer& report, const OutlineEntry& entry)
         return rowTitle(report, entry, words);
     case Kind::DamSummary:
         return QStringLiteral("Dam ") +
-               latin1(trimmed(words.substr(std::min(words.size(), words.rfind("STATION") + 7))));
+               QString::fromLatin1(trimmed(words.substr(std::min(words.size(), words.rfind("STATION") + 7))));
     case Kind::Warning:
     case Kind::Error:
     case Kind::NormalEnd:
         break;
     }
-    return latin1(words).remove(u'*').simplified();
+    return QString::fromLatin1(words).remove(u'*').simplified();
 }
 
 bool ReportOutline::scan(qsizetype lines)

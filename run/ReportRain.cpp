@@ -56,8 +56,7 @@ void RainReader::takeHeading(std::string_view line)
     constexpr std::string_view kAtStation = "HYDROGRAPH AT STATION";
     if (line.starts_with(kAtStation)) {
         m_next = {};
-        const std::string_view name = trimmed(line.substr(kAtStation.size()));
-        m_next.station = QString::fromLatin1(name.data(), static_cast<qsizetype>(name.size()));
+        m_next.station = QString::fromLatin1(trimmed(line.substr(kAtStation.size())));
         m_hasHeading = true;
         m_area = 0.0;
     } else if (line.find("HYDROGRAPH ") != std::string_view::npos) {

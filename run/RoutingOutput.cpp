@@ -25,7 +25,7 @@ RoutingOutput getrouting(const QString& report)
         inRunoffSummary = inRunoffSummary || holds(line, kRunoffSummaryHeading);
         output.isInRunoffSummary = output.isInRunoffSummary || (inRunoffSummary && holds(line, kRoutedTo));
         if (!List1.isEmpty() || holds(line, kPlanSummaryHeading))
-            List1.append(QString::fromLatin1(line.data(), static_cast<qsizetype>(line.size())));
+            List1.append(QString::fromLatin1(line));
         output.isCut = List1.size() >= kMostSummaryLines;
         return !output.isCut;
     });

@@ -25,11 +25,6 @@ bool holds(const QString& line, std::string_view words)
     return line.contains(QLatin1String(words.data(), static_cast<qsizetype>(words.size())));
 }
 
-QString latin1(std::string_view bytes)
-{
-    return QString::fromLatin1(bytes.data(), static_cast<qsizetype>(bytes.size()));
-}
-
 std::string_view withoutLeadingBlanks(std::string_view line)
 {
     const size_t first = line.find_first_not_of(' ');
@@ -55,7 +50,7 @@ void takeMarks(std::string_view line, ReportMarks& marks)
     }
     for (const std::string_view mark : kErrorMarks)
         if (words.starts_with(mark) && ++marks.errorCount <= ReportMarks::kMostErrorLines)
-            marks.errorLines.append(Trim(latin1(words.substr(0, 512))));
+            marks.errorLines.append(Trim(QString::fromLatin1(words.substr(0, 512))));
 }
 
 /// Lines from the first one that holds a heading on; nothing when none does.
@@ -64,7 +59,7 @@ QStringList linesFrom(const QString& path, const std::function<bool(std::string_
     QStringList lines;
     forEachReportLine(path, [&](std::string_view line) {
         if (!lines.isEmpty() || isHeading(line))
-            lines.append(latin1(line));
+            lines.append(QString::fromLatin1(line));
         return lines.size() < kMostSummaryLines;
     });
     return lines;
@@ -128,7 +123,7 @@ OrdinateCount findOrdinateCount(const QString& path)
             return true;
         count.isThere = true;
         if (nq + 2 <= words)
-            count.text = Trim(latin1(line.substr(nq + 2, words - nq - 2)));
+            count.text = Trim(QString::fromLatin1(line.substr(nq + 2, words - nq - 2)));
         return false;
     });
     return count;

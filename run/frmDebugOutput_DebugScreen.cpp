@@ -1,17 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "run/frmDebugOutput_DebugScreen.h"
 
+#include "run/RunFolder.h"
+
 #include <QAction>
 #include <QListWidget>
 #include <QStatusBar>
 
 namespace kalvo {
-
-namespace {
-
-constexpr auto kOutputFile = "kalvodebugoutput.txt";
-
-} // namespace
 
 frmDebugOutput::frmDebugOutput(Screens& screens, Services& services)
     : ViewerWindow("frmDebugOutput", QStringLiteral(" Kalvo DEBUG HEC-1"), {screens, services, {}, {}}, OnClose::Keep)
@@ -69,7 +65,7 @@ void frmDebugOutput::showScreen()
 void frmDebugOutput::repaintScreen()
 {
     // The file and not a page's own list, because a clone page's runs end up here too.
-    m_output.read(services().folder.file(QString::fromLatin1(kOutputFile)));
+    m_output.read(RunFolder(services().folder).file(RunFolder::kConsole));
     List1->clear();
     List1->addItems(m_output.List1());
     statusBar()->showMessage(List1->count() == 0 ? tr("HEC-1 wrote nothing to the console.") : QString());
