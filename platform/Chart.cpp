@@ -2,6 +2,7 @@
 #include "platform/Chart.h"
 
 #include "platform/ChartPlot.h"
+#include "platform/DarkPaper.h"
 #include "platform/text.h"
 
 #include <QLabel>
@@ -338,7 +339,7 @@ void Chart::drawNow()
 
 void Chart::takePalette()
 {
-    m_plot->setPaper(palette().color(QPalette::Base).lightness() < 128);
+    m_plot->setPaper(hasDarkPaper(palette()));
 }
 
 void Chart::changeEvent(QEvent* event)

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/LargeTextView.h"
 
+#include "platform/DarkPaper.h"
+
 #include <QEvent>
 #include <QFontDatabase>
 #include <QFontMetricsF>
@@ -32,11 +34,6 @@ QString shownText(const QByteArray& bytes)
         if (c.unicode() < 0x20 || (c.unicode() >= 0x7F && c.unicode() < 0xA0))
             c = u' ';
     return text;
-}
-
-bool isDark(const QPalette& palette)
-{
-    return palette.color(QPalette::Base).lightness() < 128;
 }
 
 } // namespace
@@ -273,7 +270,7 @@ void LargeTextView::paintMarks(QPainter& painter, const QByteArray& line, int to
 {
     const qsizetype left = horizontalScrollBar()->value();
     const qsizetype start = left - std::min(left, m_marked->size());
-    const QColor mark = isDark(palette()) ? QColor(110, 84, 0) : QColor(255, 222, 110);
+    const QColor mark = hasDarkPaper(palette()) ? QColor(110, 84, 0) : QColor(255, 222, 110);
     std::string_view rest(line.constData(), static_cast<size_t>(line.size()));
     for (qsizetype at = 0; (at = m_marked->findIn(rest)) >= 0;) {
         const qsizetype column = start + line.size() - static_cast<qsizetype>(rest.size()) + at;

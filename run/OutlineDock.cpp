@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "run/OutlineDock.h"
 
+#include "platform/DarkPaper.h"
+
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QLineEdit>
 #include <QListView>
-#include <QPalette>
 #include <QTimerEvent>
 #include <QVBoxLayout>
 
@@ -22,7 +23,7 @@ constexpr qint64 kSliceMs = 12;
 
 QColor messageColor(Kind kind)
 {
-    const bool dark = QApplication::palette().color(QPalette::Base).lightness() < 128;
+    const bool dark = hasDarkPaper(QApplication::palette());
     if (kind == Kind::Error)
         return dark ? QColor(255, 128, 118) : QColor(176, 16, 16);
     return dark ? QColor(240, 190, 90) : QColor(138, 84, 0);
