@@ -18,9 +18,6 @@ namespace kalvo {
 
 namespace {
 
-constexpr double kPoints = 8.25;
-constexpr double kZoomedPoints = 11.0;
-
 /// What the panels say that are clicked, from panel 2 on.
 constexpr const char* kPanelTexts[] = {"Top", "Bottom", "Return"};
 constexpr const char* kUnderPointer = " ***";
@@ -134,15 +131,6 @@ void Form12::buildPopup()
     add("pop_Bot", QStringLiteral("&Bottom"), &Form12::goBottom);
     add("pop_copy", QStringLiteral("&Copy"), &Form12::mnu_Copy);
     connect(rb1, &LargeTextView::contextMenuAsked, m_popup, [this](const QPoint& point) { m_popup->popup(point); });
-}
-
-QPushButton* Form12::hiddenButton(const char* name, std::function<void()> body)
-{
-    auto* button = new QPushButton(this);
-    button->setObjectName(QString::fromLatin1(name));
-    button->hide();
-    connect(button, &QPushButton::clicked, this, std::move(body));
-    return button;
 }
 
 void Form12::buildStatusBar()
@@ -269,7 +257,7 @@ void Form12::mnu_Copy()
 
 void Form12::zoom(bool in)
 {
-    rb1->setFont(fixedPitchFont(in ? kZoomedPoints : kPoints));
+    rb1->setFont(reportFont(in));
     m_zoomIn->setEnabled(!in);
     m_zoomOut->setEnabled(in);
 }

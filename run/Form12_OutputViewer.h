@@ -8,7 +8,6 @@
 #include <optional>
 
 class QMenu;
-class QPushButton;
 
 namespace kalvo {
 
@@ -41,8 +40,6 @@ private:
     void buildEditMenu();
     void buildPopup();
     void buildStatusBar();
-    /// @return a button that nobody sees, behind a panel.
-    QPushButton* hiddenButton(const char* name, std::function<void()> body);
 
     QWidget& reportControl() override;
     void loadReport() override;

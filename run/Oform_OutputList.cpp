@@ -1,15 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "run/Oform_OutputList.h"
 
-#include "platform/LargeTextView.h"
-
 #include <QAction>
 #include <QFileInfo>
 #include <QFontMetrics>
 #include <QListView>
 #include <QMenu>
 #include <QMenuBar>
-#include <QPushButton>
 #include <QStatusBar>
 
 #include <algorithm>
@@ -18,8 +15,6 @@ namespace kalvo {
 
 namespace {
 
-constexpr double kPoints = 8.25;
-constexpr double kZoomedPoints = 11.0;
 constexpr int kExtent = 800; ///< pixels across
 constexpr int kZoomedExtent = 1200;
 /// The item that a new report begins with, from 0: not the one that "Top" leads to.
@@ -80,14 +75,8 @@ Oform::Oform(const ViewerSurroundings& around) : ReportViewer("Oform", QStringLi
     List1->setTextElideMode(Qt::ElideNone);
     List1->setModel(&m_lines);
     setCentralWidget(List1);
-    const auto button = [this](const char* name, bool toLast) {
-        auto* made = new QPushButton(this);
-        made->setObjectName(QString::fromLatin1(name));
-        made->hide();
-        connect(made, &QPushButton::clicked, this, [this, toLast] { jump(toLast); });
-    };
-    button("Command2", true);
-    button("Command3", false);
+    hiddenButton("Command2", [this] { jump(true); });
+    hiddenButton("Command3", [this] { jump(false); });
     buildMenus();
     buildPopup();
     statusBar()->setSizeGripEnabled(false);
@@ -195,7 +184,7 @@ void Oform::editcopy()
 
 void Oform::zoom(bool in)
 {
-    List1->setFont(fixedPitchFont(in ? kZoomedPoints : kPoints));
+    List1->setFont(reportFont(in));
     m_lines.setExtent(in ? kZoomedExtent : kExtent, List1->font());
     findChild<QAction*>(QStringLiteral("zoomin"))->setEnabled(!in);
     findChild<QAction*>(QStringLiteral("zoomout"))->setEnabled(in);

@@ -2,8 +2,10 @@
 #include "run/ReportViewer.h"
 
 #include "platform/Hourglass.h"
+#include "platform/LargeTextView.h"
 
 #include <QEvent>
+#include <QPushButton>
 
 namespace kalvo {
 
@@ -29,6 +31,20 @@ void ReportViewer::reload()
 {
     m_report.forget();
     readReport();
+}
+
+QFont ReportViewer::reportFont(bool isZoomedIn)
+{
+    return fixedPitchFont(isZoomedIn ? 11.0 : 8.25);
+}
+
+QPushButton* ReportViewer::hiddenButton(const char* name, std::function<void()> body)
+{
+    auto* button = new QPushButton(this);
+    button->setObjectName(QString::fromLatin1(name));
+    button->hide();
+    connect(button, &QPushButton::clicked, this, std::move(body));
+    return button;
 }
 
 void ReportViewer::readReport()

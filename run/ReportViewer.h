@@ -4,6 +4,8 @@
 #include "run/ReportText.h"
 #include "run/ViewerWindow.h"
 
+class QPushButton;
+
 namespace kalvo {
 
 /// A viewer of the printed report of the last run, `checky.out`. It reads the report again whenever it comes to the
@@ -26,6 +28,11 @@ protected:
     virtual void loadReport() = 0;
     /// The window has come to the front, with the report read that now lies there.
     virtual void showLines() = 0;
+
+    /// The font that the lines stand in.
+    static QFont reportFont(bool isZoomedIn);
+    /// A button that nobody sees, known by its name, for what panels and others do.
+    QPushButton* hiddenButton(const char* name, std::function<void()> body);
 
     ReportText& report() { return m_report; }
     void readReport();
