@@ -2,6 +2,7 @@
 #include "graphics/GraphScale.h"
 
 #include "platform/text.h"
+#include "results/TableNumbers.h"
 
 #include <algorithm>
 #include <cmath>
@@ -26,10 +27,8 @@ double cellNumber(const FlexGrid& grid, int row, int col)
     const double number = grid.number(row, col);
     if (std::isfinite(number))
         return number;
-    double value = 0.0;
-    const QByteArray text = Trim(grid.textMatrix(row, col)).toLatin1();
-    const bool isNumber = parseWholeNumber({text.constData(), static_cast<size_t>(text.size())}, value);
-    return isNumber && std::isfinite(value) ? value : std::numeric_limits<double>::quiet_NaN();
+    const double value = numberOfText(grid.textMatrix(row, col));
+    return std::isfinite(value) ? value : std::numeric_limits<double>::quiet_NaN();
 }
 
 GraphExtent graphExtent(const FlexGrid& peakRow, const FlexGrid& hydrographTable)

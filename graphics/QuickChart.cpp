@@ -4,8 +4,6 @@
 #include "platform/text.h"
 #include "results/TableNumbers.h"
 
-#include <QtNumeric>
-
 #include <algorithm>
 
 namespace kalvo {
@@ -13,19 +11,12 @@ namespace {
 
 constexpr int kHours = 0;
 
-double numberOf(const QString& text)
-{
-    double value = 0.0;
-    const QByteArray item = Trim(text).toLatin1();
-    return parseWholeNumber({item.constData(), static_cast<size_t>(item.size())}, value) ? value : qQNaN();
-}
-
 QVector<double> columnOf(const FlexGrid& table, TableNumbers& numbers, int col, const FlexGrid::Area& block)
 {
     QVector<double> values;
     values.reserve(block.bottom - block.top + 1);
     if (block.top == 0)
-        values.append(numberOf(table.textMatrix(0, col)));
+        values.append(numberOfText(table.textMatrix(0, col)));
     const std::span<const double> cells = numbers.column(col);
     for (int row = std::max(1, block.top); row <= block.bottom; ++row)
         values.append(cells[static_cast<size_t>(row) - 1]);

@@ -14,7 +14,7 @@ namespace kalvo {
 namespace {
 
 constexpr double kNoNumber = std::numeric_limits<double>::quiet_NaN();
-constexpr size_t kGroup = 8;  ///< the same in a block that has others among them
+constexpr size_t kGroup = 8; ///< the same in a block that has others among them
 
 constexpr int kDigits = 15; ///< of a text, at most
 constexpr std::array<double, kDigits + 1> kTens{1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
@@ -57,12 +57,13 @@ int roomForDecimals(std::span<const double> values)
     return kDigits - static_cast<int>(std::min<std::ptrdiff_t>(above - kTens.begin(), kDigits));
 }
 
-double numberOf(const QString& text)
+/// The number that the general text of `value` gives.
+double throughGeneralText(double value)
 {
-    const QByteArray bytes = Trim(text).toLatin1();
-    double value = 0.0;
-    return parseWholeNumber(std::string_view(bytes.constData(), static_cast<size_t>(bytes.size())), value) ? value
-                                                                                                           : kNoNumber;
+    char text[40];
+    const char* end = writeGeneralText(text, value);
+    double number = 0.0;
+    return parseWholeNumber(std::string_view(text, static_cast<size_t>(end - text)), number) ? number : kNoNumber;
 }
 
 bool showGeneralTexts(const FlexGrid::Numbers& numbers)
@@ -73,12 +74,12 @@ bool showGeneralTexts(const FlexGrid::Numbers& numbers)
 
 } // namespace
 
-double throughGeneralText(double value)
+double numberOfText(const QString& text)
 {
-    char text[40];
-    const char* end = writeGeneralText(text, value);
-    double number = 0.0;
-    return parseWholeNumber(std::string_view(text, static_cast<size_t>(end - text)), number) ? number : kNoNumber;
+    const QByteArray bytes = Trim(text).toLatin1();
+    double value = 0.0;
+    return parseWholeNumber(std::string_view(bytes.constData(), static_cast<size_t>(bytes.size())), value) ? value
+                                                                                                           : kNoNumber;
 }
 
 std::optional<std::span<const double>> TableNumbers::generalNumbers(int col) const
@@ -93,7 +94,7 @@ void TableNumbers::readTexts(int col)
 {
     m_read.clear();
     for (int row = 1; row < m_table.rows(); ++row)
-        m_read.push_back(numberOf(m_table.textMatrix(row, col)));
+        m_read.push_back(numberOfText(m_table.textMatrix(row, col)));
 }
 
 std::vector<double> TableNumbers::emptyCells(size_t count)

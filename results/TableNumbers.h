@@ -3,6 +3,8 @@
 
 #include "platform/FlexGrid.h"
 
+#include <QString>
+
 #include <algorithm>
 #include <array>
 #include <optional>
@@ -68,7 +70,7 @@ private:
     std::vector<double> m_read, m_column;
 };
 
-/// The number that the general text of `value` gives.
-double throughGeneralText(double value);
+/// The number that a cell's text gives, blanks around it left out; NaN when it is none.
+double numberOfText(const QString& text);
 
 } // namespace kalvo
