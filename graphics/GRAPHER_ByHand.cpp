@@ -38,10 +38,10 @@ void GRAPHER::connectHand()
     });
     connect(fg, &FlexGridView::keyOnGrid, this, [this](QKeyEvent* key) {
         key->setAccepted(key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter);
-        if (key->isAccepted())
-            floatRow(m_legend.row(), (P1->keyPoint() * P1->zoom()).toPoint());
-        if (!P1->findChildren<FloatingRow*>().isEmpty() && key->isAccepted())
-            P1->findChildren<FloatingRow*>().last()->setFocus();
+        if (!key->isAccepted())
+            return;
+        if (FloatingRow* label = floatRow(m_legend.row(), (P1->keyPoint() * P1->zoom()).toPoint()))
+            label->setFocus();
     });
     fg->viewport()->installEventFilter(this);
 }
@@ -125,17 +125,17 @@ void GRAPHER::addMark(const Mark& mark)
 
 // -- Rows of the legend ----------------------------------------------------------------------------------------------
 
-void GRAPHER::floatRow(int row, const QPoint& onCanvas)
+FloatingRow* GRAPHER::floatRow(int row, const QPoint& onCanvas)
 {
     const QString text = m_legend.textMatrix(row, 0);
     if (text.isEmpty())
-        return;
+        return nullptr;
     auto* label = new FloatingRow(text, QColor(static_cast<QRgb>(m_legend.cellFormat(row, 0).backColor)), P1);
     label->mover.moveTo(onCanvas - QPoint(label->width() / 2, label->height() / 2));
     label->show();
     connect(&label->mover, &FloatingMover::stuck, this, [this, label] { stick(*label); });
     connect(&label->mover, &FloatingMover::dropped, label, &QObject::deleteLater);
-    m_draggedRow = label;
+    return label;
 }
 
 void GRAPHER::stick(FloatingRow& row)
@@ -180,7 +180,7 @@ bool GRAPHER::dragRow(QEvent* event)
         const int row = fg->rowAtPoint(fg->viewport()->mapTo(fg, mouse->position().toPoint()));
         if (row >= 0) {
             m_legend.setCursor(row, 0);
-            floatRow(row, onCanvas);
+            m_draggedRow = floatRow(row, onCanvas);
             if (m_draggedRow)
                 m_draggedRow->hide(); // until it has come to the picture
         }

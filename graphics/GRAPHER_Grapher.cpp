@@ -95,16 +95,9 @@ void GRAPHER::repaintScreen()
 
 void GRAPHER::takeTables()
 {
-    const ResultTables& tables = m_desk->tables();
-    const quint64 table = tables.hydrographTable.revision(), peaks = tables.peakRow.revision();
-    if (table != m_seenTable || peaks != m_seenPeaks) {
-        m_seenTable = table;
-        m_seenPeaks = peaks;
-        m_extent = graphExtent(tables.peakRow, tables.hydrographTable);
-        // Tables that another screen has let go leave the picture of them alone.
-        if (m_extent.maxTime > 0.0 && m_extent.maxFlow > 0.0)
-            clearPicture();
-    }
+    // Tables that another screen has let go leave the picture of them alone.
+    if (takeExtent() && m_extent.maxTime > 0.0 && m_extent.maxFlow > 0.0)
+        clearPicture();
     showLists();
     tellExpansions();
 }
@@ -180,15 +173,21 @@ ScrollState GRAPHER::horizontalState() const
     return {HScroll1->minimum(), HScroll1->maximum(), HScroll1->value()};
 }
 
-GraphScale GRAPHER::currentScale()
+bool GRAPHER::takeExtent()
 {
     const ResultTables& tables = m_desk->tables();
     const quint64 table = tables.hydrographTable.revision(), peaks = tables.peakRow.revision();
-    if (table != m_seenTable || peaks != m_seenPeaks) {
-        m_extent = graphExtent(tables.peakRow, tables.hydrographTable);
-        m_seenTable = table;
-        m_seenPeaks = peaks;
-    }
+    if (table == m_seenTable && peaks == m_seenPeaks)
+        return false;
+    m_seenTable = table;
+    m_seenPeaks = peaks;
+    m_extent = graphExtent(tables.peakRow, tables.hydrographTable);
+    return true;
+}
+
+GraphScale GRAPHER::currentScale()
+{
+    takeExtent();
     return graphScale(m_extent, verticalState(), horizontalState(), m_picture.width(), m_picture.height(),
                       HScroll2->value());
 }

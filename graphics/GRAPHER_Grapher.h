@@ -110,6 +110,8 @@ private:
     // Drawing
     ScrollState verticalState() const;
     ScrollState horizontalState() const;
+    /// True when the tables are others than those of the last call.
+    bool takeExtent();
     GraphScale currentScale();
     void tellExpansions();
     const CurveIndex& index();
@@ -132,7 +134,8 @@ private:
     void wipeTo(const QPointF& twips);
     void placeText10(const QPointF& pixel);
     void writeText10();
-    void floatRow(int row, const QPoint& onCanvas);
+    /// Null for an empty row.
+    FloatingRow* floatRow(int row, const QPoint& onCanvas);
     void stick(FloatingRow& row);
     void moveFloating(const QSizeF& sizeBefore);
     void addMark(const Mark& mark);
