@@ -3,6 +3,7 @@
 
 #include "platform/text.h"
 
+#include <algorithm>
 #include <array>
 
 namespace kalvo {

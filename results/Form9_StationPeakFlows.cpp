@@ -9,8 +9,6 @@
 #include <QMenu>
 #include <QPushButton>
 
-#include <algorithm>
-
 namespace kalvo {
 
 namespace {

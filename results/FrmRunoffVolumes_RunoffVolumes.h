@@ -7,8 +7,6 @@
 
 #include <vector>
 
-class QMenu;
-
 namespace kalvo {
 
 class ResultGrid;

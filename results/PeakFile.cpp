@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "results/PeakFile.h"
 
-#include "platform/text.h"
+#include <algorithm>
 
 namespace kalvo {
 

@@ -9,6 +9,8 @@
 #include <QLabel>
 #include <QMenu>
 
+#include <algorithm>
+
 namespace kalvo {
 
 namespace {
