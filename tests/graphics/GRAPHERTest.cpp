@@ -368,8 +368,8 @@ TEST_F(GrapherTest, ALegendRowIsDraggedToThePictureAndSticks)
     shown(tapeOf(1, 1));
     QWidget* rows = in<FlexGridView>("fg").viewport();
     const auto over = [&](const QPoint& onCanvas) { return rows->mapFromGlobal(P1().mapToGlobal(onCanvas)); };
-    const auto drag = [&](const QPoint& to) {
-        QTest::mousePress(rows, Qt::RightButton, {}, QPoint(10, 8));
+    const auto drag = [&](const QPoint& to, const QPoint& from = QPoint(10, 8)) {
+        QTest::mousePress(rows, Qt::RightButton, {}, from);
         QMouseEvent move(QEvent::MouseMove, to, rows->mapToGlobal(to), Qt::NoButton, Qt::RightButton, {});
         QApplication::sendEvent(rows, &move);
         QTest::mouseRelease(rows, Qt::RightButton, {}, to);
@@ -397,6 +397,8 @@ TEST_F(GrapherTest, ALegendRowIsDraggedToThePictureAndSticks)
     ASSERT_NE(second, nullptr);
     EXPECT_TRUE(second->hasFocus());
     const QPoint was = second->pos();
+    drag(over({300, 120}), QPoint(10, rows->height() - 4));
+    EXPECT_EQ(second->pos(), was) << "a drag below the rows takes no label along";
     QTest::keyClick(second, Qt::Key_Left);
     EXPECT_LT(second->x(), was.x());
     QTest::keyClick(second, Qt::Key_Return);
